@@ -1,0 +1,163 @@
+// Building and changing frames.
+#include "app/Common.h"
+#include "app/modMain.h"
+#include "compose/DibImage.h"
+#include "platform/Clock.h"
+#include "platform/VbTimer.h"
+#include "show/frmSlideShow.h"
+
+#include <QPainter>
+#include <QPixmap>
+
+namespace {
+// The logo centred on a plain ground; the picture a show falls back on.
+QImage LogoFrame(int width, int height, const QColor& ground, double logoShare) {
+    QImage frame(qMax(width, 1), qMax(height, 1), QImage::Format_ARGB32);
+    frame.fill(ground);
+    QImage logo(QStringLiteral(":/logo.png"));
+    if (!logo.isNull()) {
+        QSize target =
+            logo.size().scaled(static_cast<int>(width * logoShare),
+                               static_cast<int>(height * logoShare), Qt::KeepAspectRatio);
+        QPainter p(&frame);
+        p.setRenderHint(QPainter::SmoothPixmapTransform);
+        p.drawImage(
+            QRect(QPoint((width - target.width()) / 2, (height - target.height()) / 2), target),
+            logo);
+    }
+    return frame;
+}
+} // namespace
+
+// STAND-IN until the splash overlays and the real fade exist: the opening frame is the splash
+// on black, put up at once.
+void frmSlideShow::FadePanelToBlack() {
+    for (QLabel* box : CaptionBox)
+        box->hide();
+    SetStatus(QStringLiteral("Fade Panel To Black"));
+    if (DebugLogOn) BugLog(QStringLiteral("FadePanelToBlack ..."));
+
+    QImage frame(qMax(FormWidth, 1), qMax(FormHeight, 1), QImage::Format_ARGB32);
+    frame.fill(Qt::black);
+    QPainter p(&frame);
+    const QImage splash(QStringLiteral(":/splash.png"));
+    const QImage pressF1(QStringLiteral(":/pressf1.png"));
+    auto stamp = [&](const QImage& img, int top) {
+        if (img.isNull()) return;
+        QImage keyed = img.convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < keyed.height(); ++y) {
+            auto* row = reinterpret_cast<QRgb*>(keyed.scanLine(y));
+            for (int x = 0; x < keyed.width(); ++x)
+                if ((row[x] & 0xFFFFFF) == 0xFF00FF) row[x] = 0;
+        }
+        p.drawImage((FormWidth - keyed.width()) / 2, top, keyed);
+    };
+    stamp(splash, 2 * (CaptionHeight - splash.height()) / 3 + CaptionTop);
+    stamp(pressF1, CaptionTop + CaptionHeight - pressF1.height());
+    p.end();
+
+    FIBITMAP* toDIB = dib::ImageToDib(frame);
+    if (toDIB) {
+        NewCrossfade(toDIB, 0, 0, FormWidth, FormHeight, 0, 0, 0, 1.0);
+    } else if (DebugLogOn) {
+        BugLog(QStringLiteral("error making toDIB in Fade Panel To Black"));
+    }
+    dib::Release(toDIB);
+    if (!ExitShow) NextChangeTime = platform::Now().addSecs(2);
+}
+
+// STAND-IN until images are loaded and laid out: every frame is the internal logo on the
+// background colour, whatever the layout.
+void frmSlideShow::AssembleCanvas(int layout) {
+    Q_UNUSED(layout);
+    StackInProgress = false;
+    FourUpInProgress = false;
+    SetStatus(QStringLiteral("Choosing Next Image"));
+    ChooseNextImage(1);
+    if (ShowList.isEmpty()) return;
+
+    dib::Release(CanvasDIB);
+    CanvasDIB = dib::ImageToDib(LogoFrame(FormWidth, FormHeight, BackgroundColour, 0.6));
+    if (CanvasDIB) NextImageReady = true;
+}
+
+// STAND-IN until the image lists exist: the only image there is, is the logo.
+void frmSlideShow::ChooseNextImage(int count) {
+    for (int i = ShowList.count(); i < count; ++i) {
+        ShowList.add(QStringLiteral("INTERNAL:0"));
+        CaptionsList.add(QStringLiteral(" | "));
+    }
+}
+
+// STAND-IN until the blended fade exists: the new frame replaces the old one at once. What
+// the fade does besides blending is done here: the frame's identity is taken over, the frame
+// slots swap and the next change is timed from now.
+void frmSlideShow::NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int areaW, int areaH,
+                                int placeX, int placeY, int monitor, double seconds) {
+    Q_UNUSED(seconds);
+    Crossfading = true;
+    if (DebugLogOn) {
+        BugLog(
+            QStringLiteral("Start of Crossfade Routine.  Xfade area of new image: %1,%2  %3 x %4")
+                .arg(areaX)
+                .arg(areaY)
+                .arg(areaW)
+                .arg(areaH));
+        BugLog(QStringLiteral("        Placing thePhoto at : %1,%2").arg(placeX).arg(placeY));
+        BugLog(QStringLiteral("          Monitor Set : %1").arg(monitor));
+    }
+    raise();
+
+    if (!ShowList.isEmpty()) {
+        CurrentImagePath = ShowList.text(0);
+        CurrentImageTag = ShowList.tag(0);
+        PreviousFolder = CurrentFolder;
+        CurrentFolder = common::FolderOf(CurrentImagePath);
+        ShowList.remove(0);
+        const QString caption = CaptionsList.text(0);
+        const int bar = static_cast<int>(caption.indexOf('|'));
+        CurrentTitle = (bar >= 0 ? caption.left(bar) : caption).trimmed();
+        CurrentDescription = (bar >= 0 ? caption.mid(bar + 1) : QString()).trimmed();
+        CaptionsList.remove(0);
+    }
+    SetStatus(QStringLiteral("Crossfading ... "));
+
+    const QImage frame = dib::DibToImage(sourceDib);
+    if (!frame.isNull()) {
+        thePhoto->setPixmap(QPixmap::fromImage(frame));
+        thePhoto->setGeometry(placeX, placeY, frame.width(), frame.height());
+        thePhoto->show();
+        thePhoto->repaint();
+    }
+    dib::Release(sourceDib);
+
+    if (!StartingUp) ImagesShown += 1.0;
+    std::swap(CurrentFrameSlot, NextFrameSlot);
+    PrevCanvasPosition = -1;
+    Crossfading = false;
+    NextChangeTime = platform::Now().addSecs(ImageInterval);
+    if (DebugLogOn) {
+        BugLog(QStringLiteral("CROSSFADE COMPLETE      (the crossfade took 0 s)"));
+        BugLog(QString());
+    }
+}
+
+// STAND-IN until panoramas scroll: every frame is shown whole, at the top left of the show.
+void frmSlideShow::NewCheckAndSetupPanoScrolling(int slot, int monitorSet, QRect& area,
+                                                 QPoint& place) {
+    Q_UNUSED(slot);
+    Q_UNUSED(monitorSet);
+    area = QRect(0, 0, FormWidth, FormHeight);
+    place = QPoint(0, 0);
+}
+
+// STAND-IN until panoramas scroll: nothing moves.
+void frmSlideShow::ScrollPano() {
+    ScrollTimer->setEnabled(false);
+}
+
+// STAND-IN until captions exist: both caption boxes stay hidden.
+void frmSlideShow::UpdateCaption() {
+    for (QLabel* box : CaptionBox)
+        box->hide();
+}

@@ -1,0 +1,414 @@
+#include "show/frmSlideShow.h"
+
+#include "app/Common.h"
+#include "app/VbNumbers.h"
+#include "app/modMain.h"
+#include "compose/DibImage.h"
+#include "config/frmConfig.h"
+#include "platform/Clock.h"
+#include "platform/Cursor.h"
+#include "platform/Dialogs.h"
+#include "platform/Random.h"
+#include "platform/VbTimer.h"
+#include "prefs/MRegistry.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+int LongProcessIntervalFor(std::int16_t imageInterval) {
+    if (imageInterval > 50) return 60000;
+    return vb::Wrap16(static_cast<std::int64_t>(imageInterval) * 1000 + 10000);
+}
+
+std::int16_t NextFrameCounter(std::int16_t counter) {
+    std::int16_t next = vb::Wrap16(static_cast<std::int64_t>(counter) + 1);
+    return next > 9999 ? static_cast<std::int16_t>(999) : next;
+}
+
+frmSlideShow::frmSlideShow() {
+    setObjectName(QStringLiteral("frmSlideShow"));
+    setWindowTitle(QStringLiteral("Tessaview Slide Show"));
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                   Qt::X11BypassWindowManagerHint);
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    setAutoFillBackground(true);
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, Qt::black);
+    setPalette(pal);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+
+    MainTimer = new VbTimer(1000, false, this);
+    MainTimer->setHandler([this] { MainTimer_Timer(); });
+    LongProcessTimer = new VbTimer(20000, false, this);
+    LongProcessTimer->setHandler([this] { LongProcessTimer_Timer(); });
+    // Enabled from the start like its design value; Initialize stops it.
+    ScrollTimer = new VbTimer(100, true, this);
+    ScrollTimer->setHandler([this] { ScrollPano(); });
+    VolDownTimer = new VbTimer(200, false, this);
+
+    BuildControls();
+    NextChangeTime = platform::Now();
+}
+
+frmSlideShow::~frmSlideShow() {
+    if (filtering_) qApp->removeEventFilter(this);
+    dib::Release(CanvasDIB);
+}
+
+void frmSlideShow::beforeUnload() {
+    if (filtering_) {
+        qApp->removeEventFilter(this);
+        filtering_ = false;
+    }
+    releaseKeyboard();
+    MainTimer->setEnabled(false);
+    LongProcessTimer->setEnabled(false);
+    ScrollTimer->setEnabled(false);
+    VolDownTimer->setEnabled(false);
+    // The debug log lives as long as the form.
+    CloseDebugLog();
+    CloseMemLog();
+}
+
+void frmSlideShow::BuildControls() {
+    Backdrop = new QLabel(this);
+    Backdrop->setObjectName(QStringLiteral("Backdrop"));
+    thePhoto = new QLabel(this);
+    thePhoto->setObjectName(QStringLiteral("thePhoto"));
+    thePhoto->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+
+    for (int i = 0; i < 2; ++i) {
+        auto* box = new QLabel(this);
+        box->setObjectName(QStringLiteral("CaptionBox(%1)").arg(i));
+        box->setStyleSheet(QStringLiteral("color: white; background: transparent;"));
+        box->hide();
+        CaptionBox[static_cast<std::size_t>(i)] = box;
+    }
+
+    picBootStatus = new QWidget(this);
+    picBootStatus->setObjectName(QStringLiteral("picBootStatus"));
+    picBootStatus->setAttribute(Qt::WA_StyledBackground, true);
+    picBootStatus->setStyleSheet(QStringLiteral(
+        "#picBootStatus { background-color: rgba(16, 22, 32, 215); border-bottom: 1px solid "
+        "rgba(255,255,255,40); } QLabel { color: #e8edf3; background: transparent; }"));
+    lblBootStatus = new QLabel(picBootStatus);
+    lblBootStatus->setObjectName(QStringLiteral("lblBootStatus"));
+    QFont f = lblBootStatus->font();
+    f.setPointSize(13);
+    f.setBold(true);
+    lblBootStatus->setFont(f);
+    lblBootStatus2 = new QLabel(picBootStatus);
+    lblBootStatus2->setObjectName(QStringLiteral("lblBootStatus2"));
+    QFont f2 = lblBootStatus2->font();
+    f2.setPointSize(10);
+    lblBootStatus2->setFont(f2);
+    auto* statusLayout = new QVBoxLayout(picBootStatus);
+    statusLayout->setContentsMargins(18, 10, 18, 10);
+    statusLayout->setSpacing(2);
+    statusLayout->addWidget(lblBootStatus);
+    statusLayout->addWidget(lblBootStatus2);
+    picBootStatus->hide();
+
+    picDeBug = new QWidget(this);
+    picDeBug->setObjectName(QStringLiteral("picDeBug"));
+    picDeBug->setAttribute(Qt::WA_StyledBackground, true);
+    picDeBug->setStyleSheet(QStringLiteral(
+        "#picDeBug { background-color: rgba(10, 10, 10, 230); border: 1px solid #556; }"
+        "QListWidget { background: transparent; color: #b9f6b0; border: none;"
+        " font-family: monospace; font-size: 9pt; }"
+        "QLabel { color: white; font-weight: bold; padding: 2px 8px; }"));
+    lstDebug = new QListWidget(picDeBug);
+    lstDebug->setObjectName(QStringLiteral("lstDebug"));
+    lstDebug->setFocusPolicy(Qt::NoFocus);
+    lblCloseDebugWindow = new QLabel(QStringLiteral("X"), picDeBug);
+    lblCloseDebugWindow->setObjectName(QStringLiteral("lblCloseDebugWindow"));
+    lblCloseDebugWindow->setCursor(Qt::PointingHandCursor);
+    auto* debugLayout = new QVBoxLayout(picDeBug);
+    debugLayout->setContentsMargins(4, 2, 4, 4);
+    auto* debugTop = new QHBoxLayout();
+    debugTop->addStretch(1);
+    debugTop->addWidget(lblCloseDebugWindow);
+    debugLayout->addLayout(debugTop);
+    debugLayout->addWidget(lstDebug);
+    picDeBug->setGeometry(60, 60, 720, 420);
+    picDeBug->hide();
+
+    // Every surface reports pointer moves, so that a moved mouse can end the show.
+    const auto children = findChildren<QWidget*>();
+    for (QWidget* w : children)
+        w->setMouseTracking(true);
+}
+
+// --- Start ----------------------------------------------------------------------------------
+
+void frmSlideShow::StartShow() {
+    if (ExitShow) {
+        unload();
+        return;
+    }
+    StartingUp = true;
+    Initialize();
+
+    // Topmost from here on, and the place where keys and pointer moves arrive.
+    qApp->installEventFilter(this);
+    filtering_ = true;
+    PrepScreen();
+    FadePanelToBlack();
+    if (ExitShow) {
+        StoptheShow();
+        return;
+    }
+
+    SetStatus(QStringLiteral("Loading Image Lists ... "));
+    picBootStatus->setVisible(true);
+    picBootStatus->raise();
+    LoadImageLists();
+    if (ExitShow) {
+        StoptheShow();
+        return;
+    }
+
+    if (NightModeShouldBeOn()) FadeToNight();
+
+    SetStatus(QStringLiteral("Loading first image ... "));
+    PrepNextFrame();
+    if (ExitShow) {
+        StoptheShow();
+        return;
+    }
+
+    StartingUp = false;
+    if (DebugLogOn) BugLog(QStringLiteral("Starting MainTimer (screensaver) timer ... "));
+    MainTimer->setEnabled(true);
+    if (!ShowStatus) picBootStatus->setVisible(false);
+}
+
+void frmSlideShow::Initialize() {
+    DebugLogOn = false;
+    if (InstallDir.isEmpty())
+        InstallDir = GetSetting(QStringLiteral("installDir"), ProgramFolder());
+    if (!common::FileExists(InstallDir))
+        platform::MsgBox(QStringLiteral("Cannot find the install path: & vbcrlf & installpath"),
+                         platform::vbCritical);
+
+    CurrentFrameSlot = 0;
+    NextFrameSlot = 1;
+    ImagesShown = -1.0;
+    PrevCanvasDepth = 3;
+    PrevCanvasCount = 0;
+    PrevCanvasPosition = -1;
+
+    while (platform::ShowCursor(false) >= -5) {
+    }
+
+    CurrentMonitorSet = 1;
+    PreviousMonitorSet = 1;
+    NextMonitorSet = 0;
+    DownloadFileOpen = false;
+    ScanSkip.fill(0);
+
+    DefaultPrefs();
+    NextChangeTime = platform::Now();
+    ReadPerfSettings();
+    LoadShowSettings();
+
+    RemainingListPath[0] = InstallDir + QStringLiteral("/remain.lst");
+    RemainingListPath[1] = InstallDir + QStringLiteral("/remain-t.lst");
+    RemainingListPath[2] = InstallDir + QStringLiteral("/remain-d.lst");
+
+    if (DebugLogOn) BugLog(QStringLiteral("Initialization ... "));
+    GetScreenSize();
+
+    NextImageReady = true;
+    Crossfading = false;
+    Paused = false;
+    MainTimer->setEnabled(false);
+    ScrollTimer->setEnabled(false);
+
+    platform::Randomize();
+
+    const QPoint pointer = platform::GetCursorPos();
+    MousePosition = pointer;
+    MouseStartX = pointer.x();
+    MouseStartY = pointer.y();
+
+    if (DebugLogOn) OpenMemlog();
+}
+
+// --- The cycle ------------------------------------------------------------------------------
+
+bool frmSlideShow::ChangeConditionHolds(const QDateTime& now) const {
+    return !ScrollTimer->Enabled() && !Paused && !Crossfading && !NightOn && NextImageReady &&
+           now > NextChangeTime;
+}
+
+void frmSlideShow::MainTimer_Timer() {
+    if (ExitShow) {
+        MainTimer->setEnabled(false);
+        return;
+    }
+    const bool nightWanted = NightModeShouldBeOn();
+    if (DebugLogOn)
+        BugLog(QStringLiteral("Night Mode Override = ") +
+               (NightOverride ? QStringLiteral("True") : QStringLiteral("False")));
+    if (nightWanted && !NightOn && !NightOverride) {
+        MainTimer->setEnabled(false);
+        FadeToNight();
+        MainTimer->setEnabled(true);
+    }
+    if (!nightWanted && NightOn && !NightOverride) {
+        MainTimer->setEnabled(false);
+        FadeFromNight();
+        MainTimer->setEnabled(true);
+    }
+    if (ChangeConditionHolds(platform::Now())) {
+        NextImageReady = false;
+        ChangePhotos();
+    }
+}
+
+void frmSlideShow::ChangePhotos() {
+    if (DebugLogOn) {
+        BugLog(QStringLiteral(" "));
+        BugLog(QStringLiteral("CHANGE PHOTOS /\\/\\/\\/\\/\\/\\/\\ "));
+        BugLog(QStringLiteral(" "));
+    }
+    QRect area;
+    QPoint place;
+    NewCheckAndSetupPanoScrolling(NextFrameSlot, NextMonitorSet, area, place);
+
+    for (QLabel* box : CaptionBox) {
+        box->hide();
+        box->repaint();
+    }
+
+    NewCrossfade(CanvasDIB, area.x(), area.y(), area.width(), area.height(), place.x(), place.y(),
+                 NextMonitorSet, JumpRequested ? 1.0 : CrossfadeTime);
+    JumpRequested = false;
+
+    if (ExitShow) {
+        if (LoadingImage)
+            SetStatus(QStringLiteral("In the middle of loading an image - trying to get control "
+                                     "back from Windows ... "));
+        StoptheShow();
+        return;
+    }
+
+    UpdateCaption();
+    PreviousMonitorSet = CurrentMonitorSet;
+    CurrentMonitorSet = NextMonitorSet;
+
+    if (!ExitShow) {
+        ScrollPano();
+        if (DebugLogOn) BugLog(QStringLiteral("ChangePhoto Complete ... "));
+        SetStatus2(QString());
+        const std::int64_t pageSize = MemoryPageSize();
+        if (DebugLogOn)
+            BugLog(QStringLiteral("Memory Page Size before PrepNextFrame : ") +
+                   vb::FormatThousands(pageSize));
+        if (MemLogOpen) MemLog(QString::number(pageSize));
+        PrepNextFrame();
+        MainTimer->setEnabled(true);
+    }
+}
+
+void frmSlideShow::PrepNextFrame() {
+    LongProcessTimer->setEnabled(true);
+    if (DebugLogOn)
+        BugLog(QStringLiteral("Preparing next frame "
+                              "====================================================="
+                              "================"));
+    NextImageReady = false;
+    FrameNote[static_cast<std::size_t>(CurrentFrameSlot)].clear();
+    FrameCounter = NextFrameCounter(FrameCounter);
+
+    if (ExitShow) return;
+
+    if (StackInProgress) {
+        AssembleCanvas(1);
+    } else if (FourUpInProgress) {
+        AssembleCanvas(2);
+    } else {
+        const int r = static_cast<int>(vb::Int(platform::Rnd() * 100));
+        if (DebugLogOn) BugLog(QStringLiteral("Choosing Layout ... ") + QString::number(r));
+        if (r <= LayoutRange[0])
+            AssembleCanvas(0);
+        else if (r <= LayoutRange[1])
+            AssembleCanvas(1);
+        else if (r <= LayoutRange[2])
+            AssembleCanvas(2);
+        else
+            AssembleCanvas(0);
+    }
+
+    if (ExitShow) return;
+
+    if (NextImageReady) {
+        if (DebugLogOn) {
+            BugLog(QStringLiteral(" Next Image is ready."));
+            BugLog(QStringLiteral(" "));
+        }
+        SetStatus(NightOn ? QString() : QStringLiteral("Next image ready"));
+        LongProcessTimer->setEnabled(false);
+        if (!ShowStatus) picBootStatus->setVisible(false);
+        if (JumpPending) FinishJump();
+        return;
+    }
+
+    if (DebugLogOn) BugLog(QStringLiteral("STARTING PREPNEXTFRAME OVER AGAIN ... :-( "));
+    ShowList.remove(0);
+    CaptionsList.remove(0);
+    PrepNextFrame();
+}
+
+void frmSlideShow::LongProcessTimer_Timer() {
+    LongProcessTimer->setEnabled(false);
+    if (!NightOn) {
+        picBootStatus->setVisible(true);
+        picBootStatus->raise();
+    }
+}
+
+void frmSlideShow::SetLongProcessInterval() {
+    // A refused interval leaves the one the timer had.
+    LongProcessTimer->setInterval(LongProcessIntervalFor(ImageInterval));
+}
+
+void frmSlideShow::NoteStopStep(const QString& step) {
+    if (StopStepObserver) StopStepObserver(step);
+}
+
+void frmSlideShow::StoptheShow() {
+    NoteStopStep(QStringLiteral("CloseMemLog"));
+    CloseMemLog();
+
+    NoteStopStep(QStringLiteral("ClearPicture"));
+    thePhoto->clear();
+    dib::Release(CanvasDIB);
+
+    NoteStopStep(QStringLiteral("StopTimers"));
+    ScrollTimer->setEnabled(false);
+    MainTimer->setEnabled(false);
+
+    NoteStopStep(QStringLiteral("WritePerfSettings"));
+    WritePerfSettings();
+
+    NoteStopStep(QStringLiteral("SaveRemainingList"));
+    SaveRemainingList();
+
+    NoteStopStep(QStringLiteral("CloseDownload"));
+    if (DownloadFileOpen) {
+        if (common::FileExists(DownloadFileName)) QFile::remove(DownloadFileName);
+        DownloadFileOpen = false;
+    }
+
+    NoteStopStep(QStringLiteral("CloseAudio"));
+    for (int slot = 0; slot < 3; ++slot)
+        if (AudioPlayerOpen[static_cast<std::size_t>(slot)]) CloseAudioPlayer(slot);
+
+    NoteStopStep(QStringLiteral("StopShowTimer"));
+    frmConfig::instance()->StopShowTimer->setEnabled(true);
+}

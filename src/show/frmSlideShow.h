@@ -1,0 +1,191 @@
+#pragma once
+
+#include "app/Forms.h"
+#include "app/TaggedStringList.h"
+
+#include <FreeImage.h>
+#include <QColor>
+#include <QDateTime>
+#include <QFile>
+#include <QLabel>
+#include <QListWidget>
+#include <QWidget>
+#include <array>
+#include <cstdint>
+#include <functional>
+
+class VbTimer;
+
+// The full-screen show: its cycle, its flags and everything one show owns. Unloading the form
+// ends the show's state; the next show starts from a fresh object.
+class frmSlideShow : public QWidget, public FormSingleton<frmSlideShow> {
+    Q_OBJECT
+public:
+    frmSlideShow();
+    ~frmSlideShow() override;
+    void beforeUnload();
+
+    // --- The cycle ---------------------------------------------------------------------
+    void StartShow();
+    void Initialize();
+    void MainTimer_Timer();
+    void LongProcessTimer_Timer();
+    void ChangePhotos();
+    void PrepNextFrame();
+    void StoptheShow();
+    // True when a tick at this moment may change the frame.
+    bool ChangeConditionHolds(const QDateTime& now) const;
+
+    // --- Settings ----------------------------------------------------------------------
+    void DefaultPrefs();
+    void ReadPerfSettings();
+    void WritePerfSettings();
+    // The watchdog's interval from the image interval; the timer keeps its old interval when
+    // the result is refused.
+    void SetLongProcessInterval();
+
+    // --- Logs and status ---------------------------------------------------------------
+    void OpenDebugLog();
+    void CloseDebugLog();
+    void BugLog(const QString& text);
+    void OpenMemlog();
+    void CloseMemLog();
+    void MemLog(const QString& text);
+    static std::int64_t MemoryPageSize();
+    void lblCloseDebugWindow_Click();
+    void SetStatus(const QString& text);
+    void SetStatus2(const QString& text);
+    QString DebugLogPath() const;
+    QString MemLogPath() const;
+
+    // --- Input ---------------------------------------------------------------------------
+    void Form_KeyDown(int keyCode);
+    void KeyTrap(int keyCode);
+    void CheckMouseMove();
+    void thePhoto_Click();
+    void Form_Click();
+    void JumpToNextPhoto();
+    void FinishJump();
+    void HoldPhoto();
+
+    // --- Monitors ----------------------------------------------------------------------
+    void GetScreenSize();
+    void PrepScreen();
+
+    // --- Composition -------------------------------------------------------------------
+    void FadePanelToBlack();
+    void AssembleCanvas(int layout);
+    void NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int areaW, int areaH, int placeX,
+                      int placeY, int monitor, double seconds);
+    void NewCheckAndSetupPanoScrolling(int slot, int monitorSet, QRect& area, QPoint& place);
+    void ScrollPano();
+    void UpdateCaption();
+    void ChooseNextImage(int count);
+
+    // --- Lists, night and sound -----------------------------------------------------------
+    void LoadImageLists();
+    void SaveRemainingList();
+    bool NightModeShouldBeOn();
+    void FadeToNight();
+    void FadeFromNight();
+    void CloseAudioPlayer(int slot);
+
+    // Test hook: told the name of each step of StoptheShow as it runs.
+    static inline std::function<void(const QString&)> StopStepObserver;
+
+    // --- State of the show -------------------------------------------------------------
+    bool DebugLogOn = false;
+    bool DebugLogOpen = false;
+    bool MemLogOpen = false;
+    bool StartingUp = false;
+    bool NextImageReady = true;
+    QDateTime NextChangeTime;
+    std::int16_t ImageInterval = 10;
+    float CrossfadeTime = 3.0f;
+    float PrefCrossfadeTime = 3.0f;
+    float xFadeStepTime = 0.1f;
+    bool Crossfading = false;
+    bool Paused = false;
+    bool NightOn = false;
+    bool NightOverride = false;
+    bool JumpRequested = false;
+    bool JumpPending = false;
+    bool LoadingImage = false;
+    std::int16_t FrameCounter = 0;
+    double ImagesShown = -1.0;
+    bool ShowStatus = false;
+    bool ExitOnESC = true;
+    bool ExitOnMouse = true;
+    bool ExitOnClick = true;
+    bool ExitOnKey = true;
+    std::int16_t CurrentFrameSlot = 0;
+    std::int16_t NextFrameSlot = 1;
+    std::int16_t CurrentMonitorSet = 1;
+    std::int16_t NextMonitorSet = 0;
+    std::int16_t PreviousMonitorSet = 1;
+    FIBITMAP* CanvasDIB = nullptr;
+    bool DownloadFileOpen = false;
+    QString DownloadFileName;
+    std::array<bool, 3> AudioPlayerOpen{};
+    std::array<float, 3> LayoutRange{100.0f, 100.0f, 100.0f};
+    bool StackInProgress = false;
+    bool FourUpInProgress = false;
+    QColor BackgroundColour = Qt::black;
+    std::array<QString, 2> FrameNote;
+    int MouseStartX = 0;
+    int MouseStartY = 0;
+    std::array<int, 256> ScanSkip{};
+    int PrevCanvasDepth = 3;
+    int PrevCanvasCount = 0;
+    int PrevCanvasPosition = -1;
+    QString CurrentImagePath;
+    std::int32_t CurrentImageTag = 0;
+    QString CurrentTitle;
+    QString CurrentDescription;
+    QString CurrentFolder;
+    QString PreviousFolder;
+    bool MultiMonitors = true;
+    QString RemainingListPath[3];
+
+    TaggedStringList ShowList;
+    TaggedStringList CaptionsList;
+
+    // Geometry of the show, in pixels.
+    int FormLeft = 0, FormTop = 0, FormWidth = 0, FormHeight = 0;
+    int CaptionLeft = 0, CaptionTop = 0, CaptionWidth = 0, CaptionHeight = 0;
+
+    // --- Controls ----------------------------------------------------------------------
+    QLabel* Backdrop = nullptr;
+    QLabel* thePhoto = nullptr;
+    std::array<QLabel*, 2> CaptionBox{};
+    QWidget* picBootStatus = nullptr;
+    QLabel* lblBootStatus = nullptr;
+    QLabel* lblBootStatus2 = nullptr;
+    QWidget* picDeBug = nullptr;
+    QListWidget* lstDebug = nullptr;
+    QLabel* lblCloseDebugWindow = nullptr;
+
+    VbTimer* MainTimer = nullptr;
+    VbTimer* LongProcessTimer = nullptr;
+    VbTimer* ScrollTimer = nullptr;
+    VbTimer* VolDownTimer = nullptr;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildControls();
+    void NoteStopStep(const QString& step);
+    void ExitRequested(bool setLoadingText);
+    void LoadShowSettings();
+
+    QFile debugLog_;
+    QFile memLog_;
+    bool filtering_ = false;
+};
+
+// The watchdog interval for an image interval: a minute above 50 seconds, else the interval
+// plus ten seconds, worked out in 16 bits so that intervals of 23 to 50 wrap negative.
+int LongProcessIntervalFor(std::int16_t imageInterval);
+// The frame counter after one more frame: past 9999 it goes back to 999.
+std::int16_t NextFrameCounter(std::int16_t counter);

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/Forms.h"
+#include "app/modMain.h"
+#include "config/frmConfig.h"
+#include "platform/Clock.h"
+#include "platform/Cursor.h"
+#include "platform/Dialogs.h"
+#include "platform/Random.h"
+#include "show/frmSlideShow.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+// Removes a value from the program's settings store.
+inline void ForgetSetting(const QString& key) {
+    QSettings store(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Marrowfield"),
+                    QStringLiteral("Tessaview"));
+    store.remove(key);
+    store.sync();
+}
+
+// A fresh program state around each test that touches the forms: an install folder of its
+// own, a set clock, no real dialogs, and every form unloaded afterwards.
+class FormsFixture : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(install.isValid());
+        InstallDir = install.path();
+        ExitShow = false;
+        RunningFromConfig = false;
+        platform::SetNow(QDateTime(QDate(2026, 11, 22), QTime(12, 0, 0)));
+        platform::ClearRandomFeed();
+        platform::ResetCursorCounter();
+        platform::SetMsgBoxAnswerer([this](const platform::MsgBoxCall& call) {
+            messages.push_back(call);
+            return static_cast<int>(platform::vbOK);
+        });
+    }
+    void TearDown() override {
+        frmSlideShow::StopStepObserver = nullptr;
+        Forms::UnloadAll();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        platform::SetMsgBoxAnswerer(nullptr);
+        platform::UseSystemClock();
+        platform::ClearRandomFeed();
+        platform::UseRealCursorPos();
+        platform::ResetCursorCounter();
+        InstallDir.clear();
+        ExitShow = false;
+    }
+
+    QTemporaryDir install;
+    std::vector<platform::MsgBoxCall> messages;
+};

@@ -1,0 +1,113 @@
+#include "XSession.h"
+
+#include <QFile>
+#include <QSettings>
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString kShowTitle = QStringLiteral("Tessaview Slide Show");
+
+class EndToEnd : public ::testing::Test {
+protected:
+    void SetUp() override {
+        x = std::make_unique<XSession>();
+        if (!x->ok()) GTEST_SKIP() << "Xvfb is not available; run scripts/setup.sh";
+        x->writeStore(QStringLiteral("[General]\ninstallDir=%1\n").arg(x->installDir()));
+    }
+    static bool Ended(QProcess* p, std::chrono::milliseconds limit) {
+        return WaitFor([p] { return p->state() == QProcess::NotRunning; }, limit);
+    }
+    bool ShowIsUp(int howMany = 1) {
+        return WaitFor([&] { return x->countWindows(kShowTitle, true) >= howMany; }, 60s);
+    }
+    std::unique_ptr<XSession> x;
+};
+
+TEST_F(EndToEnd, SwitchesThatDoNothingEndAtOnce) {
+    for (const QString& arg :
+         {QStringLiteral("/a"), QStringLiteral("/x"), QStringLiteral(" /A ")}) {
+        QProcess* p = x->start({arg});
+        ASSERT_TRUE(Ended(p, 20s)) << arg.toStdString();
+        EXPECT_EQ(p->exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(p->exitCode(), 0) << arg.toStdString();
+    }
+    EXPECT_EQ(x->countWindows(kShowTitle, false), 0);
+}
+
+TEST_F(EndToEnd, ShowCoversTheScreenAndEscapeEndsIt) {
+    QProcess* show = x->start({QStringLiteral("/s")});
+    ASSERT_TRUE(ShowIsUp());
+    const xcb_window_t w = x->findWindow(kShowTitle, true);
+    EXPECT_EQ(x->windowSize(w), QSize(1280, 800));
+
+    x->run(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("Escape")});
+    ASSERT_TRUE(Ended(show, 30s));
+    EXPECT_EQ(show->exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(show->exitCode(), 0);
+
+    // The tuned crossfade step is kept for the next show.
+    QSettings store(x->storeFile(), QSettings::IniFormat);
+    EXPECT_TRUE(store.contains(QStringLiteral("xFadeStepTime")));
+    EXPECT_EQ(store.value(QStringLiteral("installDir")).toString(), x->installDir());
+}
+
+TEST_F(EndToEnd, PointerMoveEndsTheShow) {
+    x->run(QStringLiteral("xdotool"),
+           {QStringLiteral("mousemove"), QStringLiteral("200"), QStringLiteral("200")});
+    QProcess* show = x->start({QStringLiteral("/s")});
+    ASSERT_TRUE(ShowIsUp());
+    x->run(QStringLiteral("xdotool"),
+           {QStringLiteral("mousemove"), QStringLiteral("203"), QStringLiteral("202")});
+    EXPECT_FALSE(Ended(show, 1500ms));
+    x->run(QStringLiteral("xdotool"),
+           {QStringLiteral("mousemove"), QStringLiteral("260"), QStringLiteral("260")});
+    ASSERT_TRUE(Ended(show, 30s));
+    EXPECT_EQ(show->exitCode(), 0);
+}
+
+TEST_F(EndToEnd, SecondShowIsRefusedUnlessTheDisplayDialogIsOpen) {
+    QProcess* first = x->start({QStringLiteral("/s")});
+    ASSERT_TRUE(ShowIsUp());
+
+    QProcess* second = x->start({QStringLiteral("/s")});
+    ASSERT_TRUE(Ended(second, 20s));
+    EXPECT_EQ(second->exitCode(), 0);
+    EXPECT_EQ(x->countWindows(kShowTitle, false), 1);
+
+    x->createWindow(QStringLiteral("Display Properties"), 200, 100);
+    QProcess* third = x->start({QStringLiteral("/s")});
+    EXPECT_TRUE(ShowIsUp(2));
+    EXPECT_EQ(third->state(), QProcess::Running);
+    EXPECT_EQ(first->state(), QProcess::Running);
+}
+
+TEST_F(EndToEnd, PreviewLivesInsideItsHostAndFollowsIt) {
+    for (const QString& form : {QStringLiteral("/p %1"), QStringLiteral("/p:%1")}) {
+        const xcb_window_t host = x->createWindow(QStringLiteral("Host pane"), 152, 112);
+        QProcess* preview = x->start({form.arg(host)});
+        ASSERT_TRUE(WaitFor(
+            [&] {
+                auto kids = x->children(host);
+                return kids.size() == 1 && x->windowSize(kids[0]) == QSize(152, 112);
+            },
+            30s))
+            << form.toStdString();
+
+        x->resizeWindow(host, 300, 220);
+        EXPECT_TRUE(WaitFor(
+            [&] {
+                auto kids = x->children(host);
+                return kids.size() == 1 && x->windowSize(kids[0]) == QSize(300, 220);
+            },
+            20s));
+
+        x->destroyWindow(host);
+        ASSERT_TRUE(Ended(preview, 20s));
+        EXPECT_EQ(preview->exitCode(), 0);
+    }
+}
+
+} // namespace
