@@ -1,3 +1,4 @@
+#include "app/Resources.h"
 #include "app/modMain.h"
 
 #include <QApplication>
@@ -11,6 +12,7 @@ int main(int argc, char** argv) {
     if (ParseCommandLine(raw.join(' ')).mode == RunMode::Nothing) return 0;
 
     QApplication app(argc, argv);
+    InitResources();
     QApplication::setApplicationName(QStringLiteral("Tessaview"));
     QApplication::setOrganizationName(QStringLiteral("Marrowfield"));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -7,6 +7,7 @@
 #include "platform/Cursor.h"
 #include "platform/Dialogs.h"
 #include "platform/Random.h"
+#include "platform/VbTimer.h"
 #include "show/frmSlideShow.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,5 @@
 #include "app/Forms.h"
+#include "app/Resources.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -24,6 +25,7 @@ int main(int argc, char** argv) {
 
     ::testing::InitGoogleTest(&argc, argv);
     QApplication app(argc, argv);
+    InitResources();
     // Tests unload forms without an event loop to end.
     Forms::SetLastFormHandler([] {});
     return RUN_ALL_TESTS();

@@ -1,5 +1,6 @@
 // Where the show stands on the screens.
 #include "platform/VbTimer.h"
+#include "platform/X11Windows.h"
 #include "show/frmSlideShow.h"
 
 #include <QGuiApplication>
@@ -61,5 +62,5 @@ void frmSlideShow::PrepScreen() {
     setFocus(Qt::OtherFocusReason);
     // Keys belong to the show while it is on; without a window manager nobody else hands out
     // the keyboard focus.
-    grabKeyboard();
+    if (platform::x11::Available()) grabKeyboard();
 }

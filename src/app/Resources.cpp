@@ -1,0 +1,7 @@
+#include "app/Resources.h"
+
+#include <QtGlobal>
+
+void InitResources() {
+    Q_INIT_RESOURCE(resources);
+}

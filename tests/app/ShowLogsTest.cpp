@@ -1,0 +1,128 @@
+#include "TestSupport.h"
+
+#include <QFile>
+
+namespace {
+
+QByteArray ReadAll(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+using ShowLogs = FormsFixture;
+
+TEST_F(ShowLogs, DebugLogStartsWithItsPathAndWritesEachLineWithCrLf) {
+    frmSlideShow* show = frmSlideShow::instance();
+    show->OpenDebugLog();
+    EXPECT_TRUE(show->DebugLogOn);
+    EXPECT_TRUE(show->DebugLogOpen);
+    show->BugLog(QStringLiteral("Initialization ... "));
+    show->BugLog(QString());
+    show->BugLog(QStringLiteral(" "));
+    show->CloseDebugLog();
+
+    const QString path = install.filePath(QStringLiteral("Tessaview_debug_log.txt"));
+    EXPECT_EQ(ReadAll(path), (path + QStringLiteral("Logfile opening .... \r\n"
+                                                    "Initialization ... \r\n"
+                                                    "\r\n"
+                                                    " \r\n"))
+                                 .toUtf8());
+    // The window shows the same lines, the newest selected so that it scrolls along.
+    ASSERT_EQ(show->lstDebug->count(), 3);
+    EXPECT_EQ(show->lstDebug->item(0)->text(), QStringLiteral("Initialization ... "));
+    EXPECT_EQ(show->lstDebug->currentRow(), 2);
+}
+
+TEST_F(ShowLogs, LinesStillReachTheWindowWhenTheFileCannotBeOpened) {
+    InstallDir = install.filePath(QStringLiteral("no/such/folder"));
+    frmSlideShow* show = frmSlideShow::instance();
+    show->OpenDebugLog();
+    EXPECT_TRUE(show->DebugLogOn);
+    EXPECT_FALSE(show->DebugLogOpen);
+    show->BugLog(QStringLiteral("still shown"));
+    EXPECT_EQ(show->lstDebug->count(), 1);
+}
+
+TEST_F(ShowLogs, AShowWithTheLogOffTouchesNeitherFile) {
+    const QString log = install.filePath(QStringLiteral("Tessaview_debug_log.txt"));
+    const QString mem = install.filePath(QStringLiteral("MemLog.csv"));
+    for (const QString& p : {log, mem}) {
+        QFile f(p);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("earlier\r\n");
+    }
+    frmSlideShow* show = frmSlideShow::instance();
+    show->StartShow();
+    platform::AdvanceClock(5000);
+    show->MainTimer_Timer();
+    show->KeyTrap(27);
+    frmConfig::instance()->StopShowTimer->fire();
+    EXPECT_EQ(ReadAll(log), QByteArray("earlier\r\n"));
+    EXPECT_EQ(ReadAll(mem), QByteArray("earlier\r\n"));
+}
+
+TEST_F(ShowLogs, MemoryLogEndsWithTheShowAndTheDebugLogWithTheForm) {
+    frmSlideShow* show = frmSlideShow::instance();
+    show->OpenDebugLog();
+    show->OpenMemlog();
+    ASSERT_TRUE(show->MemLogOpen);
+    show->MemLog(QStringLiteral("123456"));
+    show->StoptheShow();
+    EXPECT_FALSE(show->MemLogOpen);
+    EXPECT_TRUE(show->DebugLogOpen);
+    show->MemLog(QStringLiteral("after the stop"));
+    show->BugLog(QStringLiteral("after the stop"));
+    EXPECT_EQ(ReadAll(install.filePath(QStringLiteral("MemLog.csv"))), QByteArray("123456\r\n"));
+
+    frmSlideShow::unload();
+    EXPECT_TRUE(ReadAll(install.filePath(QStringLiteral("Tessaview_debug_log.txt")))
+                    .endsWith("after the stop\r\n"));
+}
+
+TEST_F(ShowLogs, EachShowReplacesTheLogOfTheOneBefore) {
+    frmSlideShow::instance()->OpenDebugLog();
+    frmSlideShow::instance()->BugLog(QStringLiteral("first show"));
+    frmSlideShow::unload();
+    frmSlideShow::instance()->OpenDebugLog();
+    frmSlideShow::instance()->BugLog(QStringLiteral("second show"));
+    frmSlideShow::instance()->CloseDebugLog();
+    const QByteArray text = ReadAll(install.filePath(QStringLiteral("Tessaview_debug_log.txt")));
+    EXPECT_FALSE(text.contains("first show"));
+    EXPECT_TRUE(text.contains("second show"));
+}
+
+TEST_F(ShowLogs, FrameChangeLogsMemoryInUse) {
+    frmSlideShow* show = frmSlideShow::instance();
+    show->StartShow();
+    show->OpenDebugLog();
+    show->OpenMemlog();
+    platform::AdvanceClock(5000);
+    show->MainTimer_Timer();
+    show->CloseMemLog();
+    const QByteArray mem = ReadAll(install.filePath(QStringLiteral("MemLog.csv")));
+    ASSERT_TRUE(mem.endsWith("\r\n"));
+    bool ok = false;
+    const qint64 bytes = mem.trimmed().toLongLong(&ok);
+    EXPECT_TRUE(ok);
+    EXPECT_GT(bytes, 0);
+    bool logged = false;
+    for (int i = 0; i < show->lstDebug->count(); ++i)
+        if (show->lstDebug->item(i)->text().startsWith(
+                QStringLiteral("Memory Page Size before PrepNextFrame : ")) &&
+            show->lstDebug->item(i)->text().contains(','))
+            logged = true;
+    EXPECT_TRUE(logged);
+}
+
+TEST_F(ShowLogs, CloseLabelHidesTheDebugWindow) {
+    frmSlideShow* show = frmSlideShow::instance();
+    show->StartShow();
+    show->DebugLogOn = true;
+    show->KeyTrap(68);
+    EXPECT_TRUE(show->picDeBug->isVisibleTo(show));
+    show->lblCloseDebugWindow_Click();
+    EXPECT_FALSE(show->picDeBug->isVisibleTo(show));
+    EXPECT_FALSE(ExitShow);
+}
+
+} // namespace
