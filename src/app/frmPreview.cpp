@@ -60,18 +60,17 @@ void frmPreview::RunPreview(std::int64_t handle) {
     PreviewRect = hostSize ? QRect(QPoint(0, 0), *hostSize) : QRect();
 
     frmPreview* form = instance();
-    form->setWindowFlags(Qt::FramelessWindowHint);
-    form->winId();
+    // Without a host there is nowhere to draw; the first look at the host ends the run.
     if (hostSize) {
-        if (QWindow* hostWindow = QWindow::fromWinId(host)) {
-            hostWindow->setParent(nullptr);
+        form->setWindowFlags(Qt::FramelessWindowHint);
+        form->winId();
+        if (QWindow* hostWindow = QWindow::fromWinId(host))
             form->windowHandle()->setParent(hostWindow);
-        }
+        form->setGeometry(0, 0, PreviewRect.width(), PreviewRect.height());
+        form->lastHostSize_ = PreviewRect.size();
+        form->show();
+        form->UpdateLogo();
     }
-    form->setGeometry(0, 0, PreviewRect.width(), PreviewRect.height());
-    form->lastHostSize_ = PreviewRect.size();
-    form->show();
-    form->UpdateLogo();
 
     // The host ends the preview by destroying its pane; nothing tells us but its absence.
     form->hostPoll_ = new VbTimer(kHostPollMs, true, form);

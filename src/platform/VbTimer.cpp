@@ -15,6 +15,9 @@ bool VbTimer::setInterval(int intervalMs) {
 }
 
 void VbTimer::setEnabled(bool enabled) {
+    // Enabling a running timer leaves its countdown alone, so that a stream of requests (every
+    // pointer move during the hand-over, say) cannot hold it off for ever.
+    if (enabled && enabled_ && timer_.isActive()) return;
     enabled_ = enabled;
     if (enabled)
         timer_.start(interval_);

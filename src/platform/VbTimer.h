@@ -4,7 +4,7 @@
 #include <QTimer>
 #include <functional>
 
-// A timer with the classic Interval/Enabled pair: enabling (re)starts the countdown, a
+// A timer with the classic Interval/Enabled pair: enabling a stopped timer starts the countdown, a
 // non-positive interval is refused and the old one stays, and the handler runs on the event
 // loop each time the interval passes while enabled.
 class VbTimer : public QObject {

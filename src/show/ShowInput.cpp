@@ -158,6 +158,8 @@ void frmSlideShow::FinishJump() {
     if (!ExitShow) MainTimer->setEnabled(true);
 }
 
+// The paused overlay is still a STAND-IN: the flag holds the photo, but nothing on the screen
+// says so until the show's overlay pictures exist.
 void frmSlideShow::HoldPhoto() {
     if (Paused) {
         if (DebugLogOn) BugLog(QStringLiteral(" - UnPausing"));

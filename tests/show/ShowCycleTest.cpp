@@ -3,6 +3,7 @@
 #include "platform/VbTimer.h"
 #include "prefs/MRegistry.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QSettings>
 
@@ -303,6 +304,25 @@ TEST_F(ShowCycle, TunedStepTimeSurvivesIntoTheNextShow) {
     frmSlideShow* next = frmSlideShow::instance();
     next->StartShow();
     EXPECT_FLOAT_EQ(next->xFadeStepTime, 0.25f);
+}
+
+} // namespace
+
+namespace {
+
+TEST(VbTimerSemantics, EnablingARunningTimerDoesNotRestartIt) {
+    VbTimer t(200);
+    int fired = 0;
+    t.setHandler([&] { ++fired; });
+    t.setEnabled(true);
+    QElapsedTimer clock;
+    clock.start();
+    // Asked again and again, as every pointer move of a stopping show does.
+    while (fired == 0 && clock.elapsed() < 5000) {
+        t.setEnabled(true);
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    EXPECT_EQ(fired, 1);
 }
 
 } // namespace
