@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
 
 // STAND-IN until the monitor tables exist: the show covers the union of all screens when
 // several monitors are allowed, else the primary screen, and the status panel stands on the
@@ -62,5 +63,14 @@ void frmSlideShow::PrepScreen() {
     setFocus(Qt::OtherFocusReason);
     // Keys belong to the show while it is on; without a window manager nobody else hands out
     // the keyboard focus.
-    if (platform::x11::Available()) grabKeyboard();
+    if (platform::x11::Available()) {
+        grabKeyboard();
+        // The first grab can come before the server has the window on screen, and then it
+        // fails without a word; once it is surely up, take the keyboard again.
+        QTimer::singleShot(300, this, [this] {
+            releaseKeyboard();
+            activateWindow();
+            grabKeyboard();
+        });
+    }
 }
