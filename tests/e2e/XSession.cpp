@@ -126,7 +126,8 @@ std::vector<xcb_window_t> XSession::children(xcb_window_t w) {
     return std::vector<xcb_window_t>(kids, kids + xcb_query_tree_children_length(tree.get()));
 }
 
-xcb_window_t XSession::findWindow(const QString& wanted, bool mappedOnly) {
+std::vector<xcb_window_t> XSession::matching(const QString& wanted, bool mappedOnly) {
+    std::vector<xcb_window_t> found;
     for (xcb_window_t w : children(root_)) {
         if (title(w) != wanted) continue;
         if (mappedOnly) {
@@ -134,23 +135,18 @@ xcb_window_t XSession::findWindow(const QString& wanted, bool mappedOnly) {
                 conn_, xcb_get_window_attributes(conn_, w), nullptr));
             if (!attrs || attrs->map_state != XCB_MAP_STATE_VIEWABLE) continue;
         }
-        return w;
+        found.push_back(w);
     }
-    return 0;
+    return found;
+}
+
+xcb_window_t XSession::findWindow(const QString& wanted, bool mappedOnly) {
+    auto found = matching(wanted, mappedOnly);
+    return found.empty() ? 0 : found.front();
 }
 
 int XSession::countWindows(const QString& wanted, bool mappedOnly) {
-    int n = 0;
-    for (xcb_window_t w : children(root_)) {
-        if (title(w) != wanted) continue;
-        if (mappedOnly) {
-            auto attrs = Own(xcb_get_window_attributes_reply(
-                conn_, xcb_get_window_attributes(conn_, w), nullptr));
-            if (!attrs || attrs->map_state != XCB_MAP_STATE_VIEWABLE) continue;
-        }
-        ++n;
-    }
-    return n;
+    return static_cast<int>(matching(wanted, mappedOnly).size());
 }
 
 QSize XSession::windowSize(xcb_window_t w) {

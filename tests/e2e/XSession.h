@@ -43,6 +43,7 @@ public:
 
 private:
     QString title(xcb_window_t w);
+    std::vector<xcb_window_t> matching(const QString& title, bool mappedOnly);
     QProcess xvfb_;
     QString display_;
     QTemporaryDir install_;
