@@ -9,8 +9,8 @@
 #include <QCoreApplication>
 #include <QWindow>
 
-QString ProgramVersion;
-QString ProgramDate;
+QString ProgramVersion = QStringLiteral("6.0.1");
+QString ProgramDate = QStringLiteral("October 24, 2006");
 bool ExitShow = false;
 bool RunningFromConfig = false;
 std::int64_t PreviewWindowHandle = 0;

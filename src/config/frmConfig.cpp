@@ -5,6 +5,7 @@
 #include "platform/Cursor.h"
 #include "platform/Dialogs.h"
 #include "platform/Endpoints.h"
+#include "platform/FileListing.h"
 #include "platform/Shell.h"
 #include "platform/VbTimer.h"
 #include "prefs/MRegistry.h"
@@ -25,7 +26,10 @@ frmConfig::frmConfig() {
     setStyleSheet(QStringLiteral(
         "#frmConfig { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #27313f, "
         "stop:1 #151b24); }"
-        "QLabel { color: #dfe6ee; }"
+        "QLabel, QCheckBox, QRadioButton { color: #dfe6ee; }"
+        "QFrame[objectName^=\"setPage\"] { background: rgba(255,255,255,14); border: 1px solid "
+        "#3b4757; border-radius: 6px; }"
+        "QScrollArea, #PageHolder { background: transparent; }"
         "QPushButton { color: #f2f5f8; background: #3a4656; border: 1px solid #56667a;"
         " border-radius: 5px; padding: 7px 16px; min-width: 80px; }"
         "QPushButton:hover { background: #465569; }"
@@ -38,8 +42,9 @@ frmConfig::frmConfig() {
     auto* logo = new QLabel(this);
     logo->setObjectName(QStringLiteral("imgLogo"));
     logo->setPixmap(QPixmap(QStringLiteral(":/logo.png"))
-                        .scaled(300, 292, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+                        .scaled(120, 117, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     logo->setAlignment(Qt::AlignCenter);
+    BuildSettingsPanels();
 
     lblVersion = new QLabel(this);
     lblVersion->setObjectName(QStringLiteral("lblVersion"));
@@ -70,11 +75,16 @@ frmConfig::frmConfig() {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(22, 22, 22, 18);
     layout->setSpacing(14);
-    layout->addWidget(logo, 1);
-    layout->addWidget(lblVersion);
+    auto* header = new QHBoxLayout();
+    header->addWidget(logo);
+    header->addWidget(lblVersion, 1);
+    layout->addLayout(header);
+    layout->addWidget(Portal, 1);
     layout->addLayout(top);
     layout->addLayout(bottom);
-    setFixedSize(520, 500);
+    QScreen* screen = QGuiApplication::primaryScreen();
+    const int screenHeight = screen ? screen->geometry().height() : 768;
+    setFixedSize(620, ConfigFormHeights(screenHeight).collapsed);
 
     connect(cmdRunShow, &QPushButton::clicked, this, [this] { cmdRunShow_Click(); });
     connect(cmdOk, &QPushButton::clicked, this, [this] { cmdOk_Click(); });
@@ -94,11 +104,37 @@ void frmConfig::beforeUnload() {
     ScrollDemoTimer->setEnabled(false);
 }
 
-// STAND-IN until the preferences file and the panels exist: only the install folder and the
-// preferences file name are worked out.
+ConfigHeights ConfigFormHeights(int screenHeightPixels) {
+    if (screenHeightPixels < 481) return {480, 520};
+    if (screenHeightPixels <= 600) return {509, 600};
+    if (screenHeightPixels <= 1023)
+        return {screenHeightPixels - 100 - 150, screenHeightPixels - 100};
+    return {screenHeightPixels - 200 - 150, screenHeightPixels - 200};
+}
+
+// Errors in any step are passed over so that the window always comes up.
 void frmConfig::Initialize() {
     InstallDir = GetSetting(QStringLiteral("installDir"), ProgramFolder());
+    chkDebug->setEnabled(false);
     PrefsFileName = InstallDir + QStringLiteral("/TView_Prefs.txt");
+    cmbImageOrder->setCurrentIndex(0);
+    cmbDSCFilter->setCurrentIndex(0);
+    cmbFontSize->setCurrentIndex(2);
+    FillFontComboBox();
+    cmbBorderPercent->setCurrentIndex(10);
+    cmbTileBackground->setCurrentIndex(0);
+    cmbMultiMonOption->setCurrentIndex(0);
+    const QString backgrounds = InstallDir + QStringLiteral("/Backgrounds");
+    if (common::FileExists(backgrounds))
+        lblBackgroundImagesFolder->setText(
+            QStringLiteral("There are %1 backgrounds in the Backgrounds folder.")
+                .arg(platform::FileList(backgrounds, QStringLiteral("*.*")).size()));
+    else
+        lblBackgroundImagesFolder->setText(QStringLiteral("Cannot find ") + InstallDir +
+                                           QStringLiteral("/Backgrounds"));
+    InitTimeList();
+    DefaultPrefs();
+    LoadPrefs();
     lblVersion->setText(QStringLiteral("Tessaview %1  (%2)").arg(ProgramVersion, ProgramDate));
 }
 
@@ -164,11 +200,6 @@ void frmConfig::CloseProgramFromConfig() {
 
 // STAND-IN until the remaining list exists: there is never one to report.
 void frmConfig::CheckForRemainingList() {}
-
-// STAND-IN until the preferences file exists: nothing is written yet.
-void frmConfig::SavePrefs() {
-    cmdApply->setEnabled(false);
-}
 
 void frmConfig::cmdApply_Click() {
     SavePrefs();

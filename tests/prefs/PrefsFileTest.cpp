@@ -1,0 +1,317 @@
+#include "TestSupport.h"
+
+#include "config/ColourButton.h"
+#include "prefs/MRegistry.h"
+#include "prefs/PrefsFile.h"
+
+#include <QFile>
+
+namespace {
+
+const char* const kDefaultBody =
+    " \r\n"
+    "' Image Order and Display Options ----------------------------------\r\n"
+    " \r\n"
+    "INTERVAL,5\r\n"
+    "CROSSFADETIME,4\r\n"
+    " \r\n"
+    "IMAGEORDER,0\r\n"
+    "USEKEYWORD,0,christmas\r\n"
+    " \r\n"
+    "BACKGROUNDCOLOUR,0\r\n"
+    " \r\n"
+    "' Background Image Options ----------------------------------------\r\n"
+    " \r\n"
+    "BACKGROUNDIMAGE,0,0,100\r\n"
+    "\r\n"
+    "RANDOMBACKGROUNDIMAGES,True,1\r\n"
+    "USELOCALBACKGROUND,1\r\n"
+    " \r\n"
+    "' Panoramic Options -----------------------------------------------\r\n"
+    " \r\n"
+    "SCROLLPANOS,1\r\n"
+    "SCROLLALLVERTICALIMAGES,1\r\n"
+    " \r\n"
+    "' Captions Options ------------------------------------------------\r\n"
+    " \r\n"
+    "SHOWCAPTIONS,1\r\n"
+    "CAPTIONFONT,12,True,False,8454143,8421376,Arial\r\n"
+    "CAPTIONCONTENT,0,1,0,0,0,1,0,1\r\n"
+    "CAPTIONCONTENT,1,0,0,1,0,0,1,0\r\n"
+    "CAPTIONSHOWFILEEXTENSION,0\r\n"
+    "CAPTIONPOSITIONA,4\r\n"
+    "CAPTIONPOSITIONB,6\r\n"
+    "FLOATINGCAPTIONBOXES,1\r\n"
+    " \r\n"
+    "USEDSCFILTER,0\r\n"
+    "DSCFILTEROPTION,0\r\n"
+    "DSCFILTERLIST,2\r\n"
+    "DSC\r\n"
+    "IMG\r\n"
+    " \r\n"
+    "' Multiple Monitor Options ---------------------------------------\r\n"
+    " \r\n"
+    "ENABLEMULTIMONITORS,1,0\r\n"
+    "MULTIMONUSEMINHEIGHT,0\r\n"
+    " \r\n"
+    "' Night Time Mode Options ----------------------------------------\r\n"
+    " \r\n"
+    "NIGHT MODE,0,88,28,True\r\n"
+    " \r\n"
+    "' Layout Options  ------------------------------------------------\r\n"
+    "LAYOUT,2,0,0\r\n"
+    "LAYOUT,1,0,0\r\n"
+    "LAYOUT,0,1,100\r\n"
+    " \r\n"
+    "STACKIMAGES,4\r\n"
+    "STOPSTACKIFPANO,1\r\n"
+    "WHITEBORDER,0,4210752,10\r\n"
+    "' Image Effects Options ------------------------------------------\r\n"
+    " \r\n"
+    "USEIMAGEMASKS,1,25\r\n"
+    "\r\n"
+    "RANDOMIMAGEMASKS,True,10\r\n"
+    " \r\n"
+    "ADDSHADOWS,0,3,5\r\n"
+    " \r\n"
+    "BLACKANDWHITE,0,0,0\r\n"
+    " \r\n"
+    "' Sounds Options -------------------------------------------------\r\n"
+    " \r\n"
+    "PLAYSOUND,0\r\n"
+    "\r\n"
+    "RANDOMSOUND,True\r\n"
+    " \r\n"
+    "PLAYMUSIC,0\r\n"
+    "\r\n"
+    "RANDOMMUSICFROMFOLDER,True\r\n"
+    " \r\n"
+    "' Miscellaneous Options ------------------------------------------\r\n"
+    " \r\n"
+    "WIDESCREEN,0\r\n"
+    "SHOWSTATUS,0\r\n"
+    "VETCACHE,1\r\n"
+    "EXITOPTIONS,1,1,1,1\r\n"
+    " \r\n";
+
+class PrefsFile : public FormsFixture {
+protected:
+    void SetUp() override {
+        FormsFixture::SetUp();
+        SaveSetting(QStringLiteral("installDir"), install.path());
+        config = frmConfig::instance();
+        config->FormIsInitializing = true;
+        config->Initialize();
+        config->FormIsInitializing = false;
+    }
+    void TearDown() override {
+        ForgetSetting(QStringLiteral("installDir"));
+        FormsFixture::TearDown();
+    }
+    QByteArray Saved() {
+        config->SavePrefs();
+        QFile f(config->PrefsFileName);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    // A fresh form reading the file that is there now.
+    void Reload() {
+        Forms::UnloadAll();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        config = frmConfig::instance();
+        config->FormIsInitializing = true;
+        config->Initialize();
+        config->FormIsInitializing = false;
+    }
+    void Write(const QByteArray& body, const QByteArray& version = "6.0.1") {
+        QFile f(install.filePath(QStringLiteral("TView_Prefs.txt")));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write("Tessaview Preferences File - written today\r\n" + version +
+                "\r\n======================================================\r\n" + body);
+    }
+    frmConfig* config = nullptr;
+};
+
+TEST_F(PrefsFile, DefaultsAreWrittenExactlyAsTheFileIsLaidOut) {
+    const QByteArray file = Saved();
+    const int headEnd = static_cast<int>(
+        file.indexOf("======================================================\r\n"));
+    ASSERT_GT(headEnd, 0);
+    EXPECT_TRUE(file.startsWith("Tessaview Preferences File - written "));
+    EXPECT_TRUE(file.mid(0, headEnd).endsWith("\r\n6.0.1\r\n"));
+    EXPECT_EQ(file.mid(headEnd + 56), QByteArray(kDefaultBody));
+    EXPECT_FALSE(config->cmdApply->isEnabled());
+}
+
+TEST_F(PrefsFile, WhatWasSavedReadsBackAndSavesTheSame) {
+    // Move every kind of field away from its default.
+    config->txtImageInterval->setText(QStringLiteral("12x"));
+    config->txtKeyword->setText(QStringLiteral("snow"));
+    config->cmbImageOrder->setCurrentIndex(3);
+    config->cmdChangeBackgroundColour->setBackColor(0x123456);
+    config->chkUseBackgroundImages->setChecked(true);
+    config->txtBackgroundImage->setText(QStringLiteral("/photos/a, b/bg.jpg"));
+    config->optSpecificbackgroundImage->setChecked(true);
+    config->SliderPercent[11] = 37.5f;
+    config->Position1[2]->setChecked(true);
+    config->chkCapDimensions[0]->setChecked(true);
+    config->lstDSCFilter->addItem(QStringLiteral("PICT"));
+    config->chkNightMode->setChecked(true);
+    config->SetNightModeSkyBar(10, 20);
+    config->optNightModeBlankScreen->setChecked(true);
+    config->chkLayout[1]->setChecked(true);
+    config->SliderPercent[0] = 66.66667f;
+    config->SliderPercent[1] = 33.33333f;
+    config->cmbBorderPercent->setCurrentIndex(20);
+    config->optUseSpecificMask->setChecked(true);
+    config->txtImageMask->setText(QStringLiteral("/masks/oval.png"));
+    config->chkPlayMusic->setChecked(true);
+    config->txtMusicPlaylist->setText(QStringLiteral("/music/list.m3u"));
+    config->optSpecificPlayList->setChecked(true);
+    config->chkExitOnMouse->setChecked(false);
+    const QByteArray first = Saved();
+
+    Reload();
+    EXPECT_EQ(config->txtBackgroundImage->text(), QStringLiteral("/photos/a, b/bg.jpg"));
+    EXPECT_EQ(config->GetNightModeSetting(0), 10);
+    EXPECT_FLOAT_EQ(config->GetLayoutSetting(0), 66.66667f);
+    EXPECT_TRUE(config->Position1[2]->isChecked());
+    EXPECT_FALSE(config->chkExitOnMouse->isChecked());
+    EXPECT_EQ(config->lstDSCFilter->count(), 3);
+    const QByteArray second = Saved();
+    // Only the date of the head may differ.
+    EXPECT_EQ(first.mid(first.indexOf('\n')), second.mid(second.indexOf('\n')));
+}
+
+TEST_F(PrefsFile, AnOlderOrHeadlessFileIsIgnoredWhole) {
+    Write("INTERVAL,99\r\n", "5.9");
+    Reload();
+    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
+
+    QFile empty(install.filePath(QStringLiteral("TView_Prefs.txt")));
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    empty.close();
+    Reload();
+    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
+}
+
+TEST_F(PrefsFile, KeysAreExactFieldsAreTrimmedAndTheLastWins) {
+    Write("interval,99\r\n"
+          "INTERVAL, 7 \r\n"
+          "USEKEYWORD,1,red, green\r\n"
+          "' INTERVAL,1\r\n"
+          "STACKIMAGES,junk\r\n"
+          "INTERVAL,8\r\n"
+          " \r\n"
+          "CROSSFADETIME,0.5\r\n");
+    Reload();
+    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("8"));
+    EXPECT_EQ(config->txtKeyword->text(), QStringLiteral("red"));
+    EXPECT_TRUE(config->chkUseKeyWord->isChecked());
+    EXPECT_EQ(config->txtMaxStackedImages->text(), QStringLiteral("0"));
+    EXPECT_EQ(config->txtCrossfadeTime->text(), QStringLiteral("0.5"));
+}
+
+TEST_F(PrefsFile, ABadTruthValueEndsTheReadingWithWhatWasGathered) {
+    Write("INTERVAL,9\r\n"
+          "RANDOMSOUND,Maybe\r\n"
+          "CROSSFADETIME,7\r\n");
+    Reload();
+    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("9"));
+    EXPECT_EQ(config->txtCrossfadeTime->text(), QStringLiteral("4"));
+}
+
+TEST_F(PrefsFile, NightModeWantsANumberInItsFirstField) {
+    Write("NIGHT MODE,yes,10,20,False\r\nINTERVAL,9\r\n");
+    Reload();
+    EXPECT_EQ(config->GetNightModeSetting(0), 88);
+    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
+
+    Write("NIGHT MODE,1,10.9,20.2,False\r\n");
+    Reload();
+    EXPECT_TRUE(config->chkNightMode->isChecked());
+    EXPECT_EQ(config->GetNightModeSetting(0), 10);
+    EXPECT_EQ(config->GetNightModeSetting(1), 20);
+    EXPECT_TRUE(config->optNightModeBlankScreen->isChecked());
+    EXPECT_EQ(config->lblTime[0]->text(), QStringLiteral("2:30 am"));
+}
+
+TEST_F(PrefsFile, FilterListTakesExactlyItsCount) {
+    Write("DSCFILTERLIST,0\r\n"
+          "' Multiple Monitor Options ---------------------------------------\r\n"
+          "INTERVAL,6\r\n");
+    Reload();
+    EXPECT_EQ(config->lstDSCFilter->count(), 0);
+    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("6"));
+
+    Write("DSCFILTERLIST,3\r\nP1\r\n\r\n \r\nINTERVAL,6\r\n");
+    Reload();
+    ASSERT_EQ(config->lstDSCFilter->count(), 2);
+    EXPECT_EQ(config->lstDSCFilter->item(1)->text(), QStringLiteral(" "));
+}
+
+TEST_F(PrefsFile, LayoutsInAnyOrderKeepTheirPercentages) {
+    Write("LAYOUT,0,1,50\r\nLAYOUT,2,1,20.5\r\nLAYOUT,1,0,29.5\r\n");
+    Reload();
+    EXPECT_FLOAT_EQ(config->GetLayoutSetting(0), 50.0f);
+    EXPECT_FLOAT_EQ(config->GetLayoutSetting(1), 29.5f);
+    EXPECT_FLOAT_EQ(config->GetLayoutSetting(2), 20.5f);
+    EXPECT_TRUE(config->chkLayout[2]->isChecked());
+    EXPECT_FALSE(config->chkLayout[1]->isChecked());
+    EXPECT_EQ(config->lblLayoutSetting[2]->text(), QStringLiteral("20 %"));
+}
+
+TEST_F(PrefsFile, CaptionPositionStaysWhenItsLineIsMissing) {
+    Write("CAPTIONPOSITIONB,2\r\n");
+    Reload();
+    EXPECT_TRUE(config->Position1[4]->isChecked());
+    EXPECT_TRUE(config->Position2[2]->isChecked());
+}
+
+TEST_F(PrefsFile, DebugLogLineSetsTheFlagAndIsWrittenBack) {
+    Write("' this line turns the debug log on.\r\nDEBUGLOG\r\n");
+    Reload();
+    EXPECT_TRUE(config->DebugFlag);
+    EXPECT_TRUE(config->chkDebug->isChecked());
+    EXPECT_FALSE(config->chkDebug->isEnabled());
+    EXPECT_TRUE(
+        Saved().contains("======\r\n' this line turns the debug log on.\r\nDEBUGLOG\r\n \r\n"));
+}
+
+TEST_F(PrefsFile, AFailedSaveLeavesTheOldFileAndApplyOn) {
+    config->cmdApply->setEnabled(true);
+    config->PrefsFileName = install.filePath(QStringLiteral("no/such/folder/TView_Prefs.txt"));
+    config->SavePrefs();
+    EXPECT_TRUE(config->cmdApply->isEnabled());
+    EXPECT_FALSE(QFile::exists(config->PrefsFileName));
+}
+
+TEST(PrefsPieces, SoundLengthsReadLikeAClock) {
+    EXPECT_EQ(prefs::MakeTimeString(5000), QStringLiteral(":05 s"));
+    EXPECT_EQ(prefs::MakeTimeString(150000), QStringLiteral("2:30 s"));
+    EXPECT_EQ(prefs::MakeTimeString(59600), QStringLiteral("1:00 s"));
+    EXPECT_EQ(prefs::MakeTimeString(0), QStringLiteral(":00 s"));
+}
+
+TEST(PrefsPieces, PercentagesUseTheShortestFormThatReadsBack) {
+    EXPECT_EQ(prefs::PercentText(100.0f), QStringLiteral("100"));
+    EXPECT_EQ(prefs::PercentText(37.5f), QStringLiteral("37.5"));
+    const float third = 100.0f / 3.0f;
+    EXPECT_EQ(static_cast<float>(prefs::PercentText(third).toDouble()), third);
+}
+
+TEST(PrefsPieces, HeadDateHasAFourDigitYear) {
+    EXPECT_TRUE(
+        prefs::FileDateTime(QDateTime(QDate(2026, 11, 22), QTime(9, 5, 0))).contains("2026"));
+}
+
+TEST(PrefsPieces, WindowHeightsFollowTheScreen) {
+    EXPECT_EQ(ConfigFormHeights(480).collapsed, 480);
+    EXPECT_EQ(ConfigFormHeights(480).expanded, 520);
+    EXPECT_EQ(ConfigFormHeights(600).collapsed, 509);
+    EXPECT_EQ(ConfigFormHeights(1023).collapsed, 773);
+    EXPECT_EQ(ConfigFormHeights(1023).expanded, 923);
+    EXPECT_EQ(ConfigFormHeights(1024).collapsed, 674);
+    EXPECT_EQ(ConfigFormHeights(1024).expanded, 824);
+}
+
+} // namespace
