@@ -8,6 +8,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Random.h"
 #include "platform/VbTimer.h"
+#include "prefs/MRegistry.h"
 #include "show/frmSlideShow.h"
 
 #include <QCoreApplication>
@@ -40,6 +41,13 @@ protected:
             messages.push_back(call);
             return static_cast<int>(platform::vbOK);
         });
+        // The show reads its settings from the configuration window, as in a real run.
+        SaveSetting(QStringLiteral("installDir"), install.path());
+        frmConfig* config = frmConfig::instance();
+        config->FormIsInitializing = true;
+        config->Initialize();
+        config->FormIsInitializing = false;
+        InstallDir = install.path();
     }
     void TearDown() override {
         frmSlideShow::StopStepObserver = nullptr;
@@ -52,6 +60,7 @@ protected:
         platform::ResetCursorCounter();
         InstallDir.clear();
         ExitShow = false;
+        ForgetSetting(QStringLiteral("installDir"));
     }
 
     QTemporaryDir install;

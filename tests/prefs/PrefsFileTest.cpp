@@ -98,15 +98,7 @@ class PrefsFile : public FormsFixture {
 protected:
     void SetUp() override {
         FormsFixture::SetUp();
-        SaveSetting(QStringLiteral("installDir"), install.path());
         config = frmConfig::instance();
-        config->FormIsInitializing = true;
-        config->Initialize();
-        config->FormIsInitializing = false;
-    }
-    void TearDown() override {
-        ForgetSetting(QStringLiteral("installDir"));
-        FormsFixture::TearDown();
     }
     QByteArray Saved() {
         config->SavePrefs();
@@ -283,6 +275,34 @@ TEST_F(PrefsFile, AFailedSaveLeavesTheOldFileAndApplyOn) {
     config->SavePrefs();
     EXPECT_TRUE(config->cmdApply->isEnabled());
     EXPECT_FALSE(QFile::exists(config->PrefsFileName));
+}
+
+TEST_F(PrefsFile, TheShowTakesItsSettingsFromTheWindowAndLogsThem) {
+    Write("' this line turns the debug log on.\r\nDEBUGLOG\r\n"
+          "INTERVAL,7\r\nCROSSFADETIME,0.5\r\nEXITOPTIONS,1,0,0,1\r\nSHOWSTATUS,1\r\n"
+          "LAYOUT,0,1,60\r\nLAYOUT,1,1,30\r\nLAYOUT,2,1,10\r\n");
+    Reload();
+    frmSlideShow* show = frmSlideShow::instance();
+    show->StartShow();
+    EXPECT_TRUE(show->DebugLogOn);
+    EXPECT_EQ(show->ImageInterval, 7);
+    EXPECT_FLOAT_EQ(show->CrossfadeTime, 1.0f);
+    EXPECT_EQ(show->LongProcessTimer->Interval(), 17000);
+    EXPECT_FALSE(show->ExitOnKey);
+    EXPECT_FALSE(show->ExitOnMouse);
+    EXPECT_TRUE(show->ExitOnClick);
+    EXPECT_TRUE(show->ShowStatus);
+    EXPECT_FLOAT_EQ(show->LayoutRange[1], 90.0f);
+    EXPECT_FLOAT_EQ(show->LayoutRange[2], 100.0f);
+    show->CloseDebugLog();
+
+    QFile log(install.filePath(QStringLiteral("Tessaview_debug_log.txt")));
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    const QByteArray text = log.readAll();
+    for (const char* line : {"Reading in prefs from Config form...\r\n",
+                             "  Image Interval 7 s \r\n", " (setting it to 1s) \r\n",
+                             "        Layout 1  = 60 to 90\r\n", "Initialization ... \r\n"})
+        EXPECT_TRUE(text.contains(line)) << line;
 }
 
 TEST(PrefsPieces, SoundLengthsReadLikeAClock) {
