@@ -1,6 +1,7 @@
 #include "app/VbNumbers.h"
 
 #include <cfenv>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -100,8 +101,11 @@ Scan ScanNumber(const QString& text, bool skipInnerBlanks) {
             s.end = j;
         }
     }
-    s.value = std::strtod(digits.c_str(), nullptr);
-    if (!std::isfinite(s.value)) s.value = 0;
+    // from_chars, unlike strtod, ignores the locale: a user's decimal comma must not change how
+    // the program's own files read.
+    double parsed = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), parsed);
+    s.value = result.ec == std::errc() && std::isfinite(parsed) ? parsed : 0;
     return s;
 }
 
