@@ -1,13 +1,13 @@
-// The settings controls of the configuration window, panel by panel.
+// The eleven panels of settings of the configuration window. Each panel is a heading strip of
+// fixed height over a body that it clips while collapsed.
 #include "config/ColourButton.h"
 #include "config/frmConfig.h"
 
 #include <QButtonGroup>
-#include <QFormLayout>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QVBoxLayout>
+#include <QPixmap>
 
 namespace {
 
@@ -20,77 +20,152 @@ QString Indexed(const char* name, int i) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i);
 }
 
-QLineEdit* NumberBox(QWidget* parent, const char* name) {
-    auto* box = Named(new QLineEdit(parent), QLatin1String(name));
-    box->setMaximumWidth(70);
+QLineEdit* NumberBox(const char* name) {
+    auto* box = Named(new QLineEdit(), QLatin1String(name));
+    box->setFixedWidth(56);
     return box;
+}
+
+QLabel* Muted(const QString& text) {
+    auto* l = new QLabel(text);
+    l->setProperty("muted", true);
+    l->setWordWrap(true);
+    return l;
+}
+
+QPixmap Picture(const QString& resource, QSize size) {
+    QPixmap pixmap(QStringLiteral(":/") + resource);
+    if (pixmap.isNull()) {
+        pixmap = QPixmap(size);
+        pixmap.fill(QColor(0x2a, 0x33, 0x42));
+    }
+    return pixmap;
+}
+
+// A sample picture of an effect, 120 by 80.
+QLabel* Sample(QWidget* parent, const QString& name, const QString& resource) {
+    auto* l = Named(new QLabel(parent), name);
+    l->setPixmap(Picture(resource, QSize(120, 80)));
+    l->setScaledContents(true);
+    l->setGeometry(0, 0, 120, 80);
+    return l;
+}
+
+// A count of frames with its unit beside it.
+QWidget* FramesBox(QLineEdit* count) {
+    auto* box = new QWidget();
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(count);
+    row->addWidget(new QLabel(QStringLiteral("frames")));
+    row->addStretch(1);
+    return box;
+}
+
+// A place for pictures that take turns in one spot.
+QWidget* SampleHolder(const QString& name) {
+    auto* w = Named(new QWidget(), name);
+    w->setFixedSize(120, 80);
+    return w;
 }
 
 } // namespace
 
-void frmConfig::BuildSettingsPanels() {
-    Portal = Named(new QScrollArea(this), QStringLiteral("Portal"));
-    Portal->setWidgetResizable(true);
-    Portal->setFrameShape(QFrame::NoFrame);
-    Portal->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    PageHolder = Named(new QWidget(), QStringLiteral("PageHolder"));
-    auto* holder = new QVBoxLayout(PageHolder);
-    holder->setContentsMargins(0, 0, 6, 0);
-    holder->setSpacing(6);
-    Portal->setWidget(PageHolder);
+void frmConfig::BuildPageHeading(int index, QWidget* heading) {
+    const auto k = static_cast<std::size_t>(index);
+    auto* page = Named(new QFrame(PageHolder), Indexed("setPage", index));
+    page->setProperty("page", true);
+    page->setAttribute(Qt::WA_StyledBackground, true);
+    auto* strip = Named(new QWidget(page), QStringLiteral("heading"));
+    strip->setProperty("heading", true);
+    strip->setAttribute(Qt::WA_StyledBackground, true);
+    auto* row = new QHBoxLayout(strip);
+    row->setContentsMargins(6, 0, 30, 0);
+    row->setSpacing(8);
+    auto* icon = new QLabel();
+    icon->setPixmap(Picture(QStringLiteral("page_icon_%1.png").arg(index), QSize(20, 20)));
+    icon->setFixedSize(20, 20);
+    icon->setScaledContents(true);
+    row->addWidget(icon);
+    row->addWidget(heading, 1);
+    const QSize arrow(18, 18);
+    imgSetPageOpen[index] = MakeClickableImage(page, Indexed("imgSetPageOpen", index),
+                                               QStringLiteral("page_open.png"), arrow);
+    imgSetPageClose[index] = MakeClickableImage(page, Indexed("imgSetPageClose", index),
+                                                QStringLiteral("page_close.png"), arrow);
+    imgSetPageClose[index]->hide();
+    setPage[k] = page;
+}
 
+void frmConfig::BuildSettingsPanels() {
+    std::array<QGridLayout*, 11> bodies{};
     auto page = [&](int i, QWidget* heading) {
-        auto* frame = Named(new QFrame(PageHolder), Indexed("setPage", i));
-        frame->setFrameShape(QFrame::StyledPanel);
-        auto* v = new QVBoxLayout(frame);
-        v->setContentsMargins(10, 6, 10, 8);
-        heading->setParent(frame);
-        QFont f = heading->font();
-        f.setBold(true);
-        heading->setFont(f);
-        v->addWidget(heading);
-        auto* body = new QGridLayout();
-        body->setHorizontalSpacing(10);
-        v->addLayout(body);
-        holder->addWidget(frame);
-        setPage[static_cast<std::size_t>(i)] = frame;
-        return body;
+        BuildPageHeading(i, heading);
+        QWidget* frame = setPage[static_cast<std::size_t>(i)];
+        auto* body = Named(new QWidget(frame), QStringLiteral("body"));
+        body->move(0, CollapsedPanelHeight);
+        auto* grid = new QGridLayout(body);
+        grid->setContentsMargins(12, 8, 12, 4);
+        grid->setHorizontalSpacing(10);
+        grid->setVerticalSpacing(6);
+        bodies[static_cast<std::size_t>(i)] = grid;
+        return grid;
     };
+    auto title = [](const QString& text) { return new QLabel(text); };
     auto row = [](QGridLayout* g, QWidget* a, QWidget* b = nullptr, QWidget* c = nullptr) {
         const int r = g->rowCount();
+        if (!b && !c) {
+            g->addWidget(a, r, 0, 1, 3);
+            return;
+        }
         g->addWidget(a, r, 0);
-        if (b) g->addWidget(b, r, 1);
+        if (b) g->addWidget(b, r, 1, 1, c ? 1 : 2);
         if (c) g->addWidget(c, r, 2);
     };
-    auto label = [](const QString& text) { return new QLabel(text); };
     auto slider = [&](int index) {
-        auto* s = Named(new QSlider(Qt::Horizontal), Indexed("imgLayoutSlider", index));
-        s->setRange(0, 100);
-        auto* l = Named(new QLabel(QStringLiteral("0 %")), Indexed("lblLayoutSetting", index));
-        imgLayoutSlider[index] = s;
-        lblLayoutSetting[index] = l;
-        return std::make_pair(s, l);
+        auto* holder = Named(new QWidget(), Indexed("LayoutSlider", index));
+        holder->setFixedSize(150, 22);
+        auto* bar = Named(new QLabel(holder), Indexed("LayoutSliderBar", index));
+        bar->setPixmap(Picture(QStringLiteral("slider_track.png"), QSize(200, 12)));
+        bar->setScaledContents(true);
+        bar->setGeometry(0, 5, 150, 12);
+        auto* knob = Named(new QLabel(holder), Indexed("imgLayoutSlider", index));
+        knob->setPixmap(Picture(QStringLiteral("slider_knob.png"), QSize(12, 20)));
+        knob->setScaledContents(true);
+        knob->setGeometry(0, 1, 12, 20);
+        auto* label = Named(new QLabel(QStringLiteral("0 %")), Indexed("lblLayoutSetting", index));
+        label->setFixedWidth(48);
+        LayoutSliderBar[index] = bar;
+        imgLayoutSlider[index] = knob;
+        lblLayoutSetting[index] = label;
+        auto* pair = new QWidget();
+        auto* h = new QHBoxLayout(pair);
+        h->setContentsMargins(0, 0, 0, 0);
+        h->addWidget(holder);
+        h->addWidget(label);
+        h->addStretch(1);
+        return pair;
     };
 
     // 0: show settings.
     QGridLayout* g =
-        page(0, label(QStringLiteral("Slide Show Settings (image order, display time etc.)")));
-    txtImageInterval = NumberBox(nullptr, "txtImageInterval");
-    txtCrossfadeTime = NumberBox(nullptr, "txtCrossfadeTime");
-    row(g, label(QStringLiteral("Seconds each image is shown")), txtImageInterval);
-    row(g, label(QStringLiteral("Crossfade time (seconds)")), txtCrossfadeTime);
+        page(0, title(QStringLiteral("Slide Show Settings (image order, display time etc.)")));
+    txtImageInterval = NumberBox("txtImageInterval");
+    txtCrossfadeTime = NumberBox("txtCrossfadeTime");
+    row(g, title(QStringLiteral("Seconds each image is shown")), txtImageInterval);
+    row(g, title(QStringLiteral("Crossfade time (seconds)")), txtCrossfadeTime);
     cmbImageOrder = Named(new QComboBox(), QStringLiteral("cmbImageOrder"));
     cmbImageOrder->addItems({QStringLiteral("Sequentially"), QStringLiteral("in Random Order"),
                              QStringLiteral("Sequentially from a Random Folder"),
                              QStringLiteral("Randomly from a Random Folder")});
-    row(g, label(QStringLiteral("Show images")), cmbImageOrder);
+    row(g, title(QStringLiteral("Show images")), cmbImageOrder);
     chkUseKeyWord = Named(new QCheckBox(QStringLiteral("Only images with the keyword")),
                           QStringLiteral("chkUseKeyWord"));
     txtKeyword = Named(new QLineEdit(QStringLiteral("christmas")), QStringLiteral("txtKeyword"));
     row(g, chkUseKeyWord, txtKeyword);
-    cmdChangeBackgroundColour = Named(new ColourButton(QStringLiteral("Background colour")),
+    cmdChangeBackgroundColour = Named(new ColourButton(QStringLiteral("Change...")),
                                       QStringLiteral("cmdChangeBackgroundColour"));
-    row(g, label(QStringLiteral("Colour behind the images")), cmdChangeBackgroundColour);
+    row(g, title(QStringLiteral("Colour behind the images")), cmdChangeBackgroundColour);
 
     // 1: background images.
     chkUseBackgroundImages = Named(new QCheckBox(QStringLiteral("Use Background Image")),
@@ -99,8 +174,7 @@ void frmConfig::BuildSettingsPanels() {
     cmbTileBackground = Named(new QComboBox(), QStringLiteral("cmbTileBackground"));
     cmbTileBackground->addItems(
         {QStringLiteral("Tile Background Image"), QStringLiteral("Centre Background Image")});
-    auto [bgSlider, bgLabel] = slider(11);
-    row(g, cmbTileBackground, bgSlider, bgLabel);
+    row(g, cmbTileBackground, slider(11));
     optRandomBackgroundImage =
         Named(new QRadioButton(QStringLiteral("Random image, changed every")),
               QStringLiteral("optRandomBackgroundImage"));
@@ -109,19 +183,32 @@ void frmConfig::BuildSettingsPanels() {
     auto* bgGroup = new QButtonGroup(this);
     bgGroup->addButton(optRandomBackgroundImage);
     bgGroup->addButton(optSpecificbackgroundImage);
-    txtRandomBackgroundChangeInterval = NumberBox(nullptr, "txtRandomBackgroundChangeInterval");
-    row(g, optRandomBackgroundImage, txtRandomBackgroundChangeInterval,
-        label(QStringLiteral("frames")));
+    txtRandomBackgroundChangeInterval = NumberBox("txtRandomBackgroundChangeInterval");
+    row(g, optRandomBackgroundImage, FramesBox(txtRandomBackgroundChangeInterval));
     txtBackgroundImage = Named(new QLineEdit(), QStringLiteral("txtBackgroundImage"));
-    picBackgroundPreview = Named(new QLabel(), QStringLiteral("picBackgroundPreview"));
-    picBackgroundPreview->setFixedSize(96, 72);
-    row(g, optSpecificbackgroundImage, txtBackgroundImage, picBackgroundPreview);
+    row(g, optSpecificbackgroundImage, txtBackgroundImage);
+    QWidget* bgSamples = SampleHolder(QStringLiteral("BackgroundSamples"));
+    picBackgroundPreview = Named(new QLabel(bgSamples), QStringLiteral("picBackgroundPreview"));
+    picBackgroundPreview->setGeometry(0, 0, 120, 80);
+    picBackgroundPreview->setAlignment(Qt::AlignCenter);
+    picRandomBackground = Sample(bgSamples, QStringLiteral("picRandomBackground"),
+                                 QStringLiteral("sample_random_background.png"));
+    lblBackgroundWarning = Named(new QLabel(), QStringLiteral("lblBackgroundWarning"));
+    lblBackgroundWarning->setProperty("warning", true);
+    lblBackgroundImagesFolder = Named(new QLabel(), QStringLiteral("lblBackgroundImagesFolder"));
+    lblBackgroundImagesFolder->setProperty("muted", true);
+    lblBackgroundImagesFolder->setWordWrap(true);
+    auto* bgNotes = new QWidget();
+    auto* notes = new QVBoxLayout(bgNotes);
+    notes->setContentsMargins(0, 0, 0, 0);
+    notes->addWidget(lblBackgroundImagesFolder);
+    notes->addWidget(lblBackgroundWarning);
+    notes->addStretch(1);
+    row(g, bgSamples, bgNotes);
     chkUseLocalBackground = Named(
         new QCheckBox(QStringLiteral("Use a local image whose name starts with \"background\"")),
         QStringLiteral("chkUseLocalBackground"));
     row(g, chkUseLocalBackground);
-    lblBackgroundImagesFolder = Named(new QLabel(), QStringLiteral("lblBackgroundImagesFolder"));
-    row(g, lblBackgroundImagesFolder);
 
     // 2: captions.
     chkShowCaptions = Named(new QCheckBox(QStringLiteral("Display Image Captions")),
@@ -132,13 +219,25 @@ void frmConfig::BuildSettingsPanels() {
     for (int size = 6; size <= 48; size += 2)
         cmbFontSize->addItem(QString::number(size));
     row(g, cmbFontList, cmbFontSize);
+    auto* fontButtons = new QWidget();
+    auto* fontRow = new QHBoxLayout(fontButtons);
+    fontRow->setContentsMargins(0, 0, 0, 0);
+    cmdBold = Named(new QPushButton(QStringLiteral("Bold")), QStringLiteral("cmdBold"));
+    cmdItalic = Named(new QPushButton(QStringLiteral("Italic")), QStringLiteral("cmdItalic"));
+    cmdCapColour =
+        Named(new QPushButton(QStringLiteral("Text Colour")), QStringLiteral("cmdCapColour"));
+    cmdCapBack =
+        Named(new QPushButton(QStringLiteral("Back Colour")), QStringLiteral("cmdCapBack"));
+    for (QPushButton* b : {cmdBold, cmdItalic, cmdCapColour, cmdCapBack})
+        fontRow->addWidget(b);
+    row(g, fontButtons);
     CaptionFrame = Named(new QFrame(), QStringLiteral("CaptionFrame"));
-    CaptionFrame->setMinimumHeight(60);
-    auto* frameLayout = new QHBoxLayout(CaptionFrame);
-    CaptionExample =
-        Named(new QLabel(QStringLiteral("Weekend In Toronto")), QStringLiteral("CaptionExample"));
-    frameLayout->addWidget(CaptionExample, 0, Qt::AlignCenter);
-    g->addWidget(CaptionFrame, g->rowCount(), 0, 1, 3);
+    CaptionFrame->setFixedHeight(64);
+    CaptionFrame->setStyleSheet(QStringLiteral(
+        "#CaptionFrame { background: qlineargradient(x1:0, y1:0, x2:1, y2:1, stop:0 #3d5a73, "
+        "stop:1 #1d2a36); border-radius: 4px; }"));
+    CaptionExample = Named(new QLabel(QStringLiteral("Weekend In Toronto"), CaptionFrame),
+                           QStringLiteral("CaptionExample"));
     const char* capNames[7] = {"chkCapFileName",       "chkCapFileNameFullPath",
                                "chkCapFolderName",     "chkCapFolderNameFullPath",
                                "chkCapEXIFDate",       "chkCapDimensions",
@@ -148,11 +247,11 @@ void frmConfig::BuildSettingsPanels() {
     std::array<std::array<QCheckBox*, 2>*, 7> capArrays = {
         &chkCapFileName, &chkCapFileNameFullPath, &chkCapFolderName,     &chkCapFolderNameFullPath,
         &chkCapEXIFDate, &chkCapDimensions,       &chkCapEXIFDescription};
+    g->addWidget(CaptionFrame, g->rowCount(), 0, 1, 3);
+    row(g, title(QStringLiteral("Caption A")), title(QStringLiteral("Caption B")));
     for (int k = 0; k < 7; ++k) {
-        auto* a = Named(new QCheckBox(QLatin1String(capTexts[k]) + QStringLiteral(" (A)")),
-                        Indexed(capNames[k], 0));
-        auto* b = Named(new QCheckBox(QLatin1String(capTexts[k]) + QStringLiteral(" (B)")),
-                        Indexed(capNames[k], 1));
+        auto* a = Named(new QCheckBox(QLatin1String(capTexts[k])), Indexed(capNames[k], 0));
+        auto* b = Named(new QCheckBox(QLatin1String(capTexts[k])), Indexed(capNames[k], 1));
         (*capArrays[static_cast<std::size_t>(k)])[0] = a;
         (*capArrays[static_cast<std::size_t>(k)])[1] = b;
         row(g, a, b);
@@ -161,77 +260,98 @@ void frmConfig::BuildSettingsPanels() {
     auto* posGroup2 = new QButtonGroup(this);
     auto* positions = new QWidget();
     auto* posLayout = new QGridLayout(positions);
+    posLayout->setContentsMargins(0, 0, 0, 0);
+    const char* places[7] = {"",       "Top left",    "Top", "Top right", "Bottom left",
+                             "Bottom", "Bottom right"};
     for (int p = 1; p <= 6; ++p) {
-        Position1[static_cast<std::size_t>(p)] =
-            Named(new QRadioButton(QStringLiteral("A%1").arg(p)), Indexed("Position1", p));
-        Position2[static_cast<std::size_t>(p)] =
-            Named(new QRadioButton(QStringLiteral("B%1").arg(p)), Indexed("Position2", p));
-        posGroup1->addButton(Position1[static_cast<std::size_t>(p)]);
-        posGroup2->addButton(Position2[static_cast<std::size_t>(p)]);
-        posLayout->addWidget(Position1[static_cast<std::size_t>(p)], 0, p);
-        posLayout->addWidget(Position2[static_cast<std::size_t>(p)], 1, p);
+        const auto pk = static_cast<std::size_t>(p);
+        Position1[pk] = Named(new QRadioButton(QLatin1String(places[p])), Indexed("Position1", p));
+        Position2[pk] = Named(new QRadioButton(QLatin1String(places[p])), Indexed("Position2", p));
+        posGroup1->addButton(Position1[pk]);
+        posGroup2->addButton(Position2[pk]);
+        posLayout->addWidget(Position1[pk], p - 1, 0);
+        posLayout->addWidget(Position2[pk], p - 1, 1);
     }
-    g->addWidget(positions, g->rowCount(), 0, 1, 3);
+    row(g, title(QStringLiteral("Place of each caption")));
+    row(g, positions);
     chkShowExtension = Named(new QCheckBox(QStringLiteral("Show file extension")),
                              QStringLiteral("chkShowExtension"));
     chkFloatingCaptions = Named(new QCheckBox(QStringLiteral("Floating caption boxes")),
                                 QStringLiteral("chkFloatingCaptions"));
     row(g, chkShowExtension, chkFloatingCaptions);
-    chkUseDSCFilter = Named(new QCheckBox(QStringLiteral("Filter camera file names")),
+    chkUseDSCFilter = Named(new QCheckBox(QStringLiteral("Hide camera file names")),
                             QStringLiteral("chkUseDSCFilter"));
     cmbDSCFilter = Named(new QComboBox(), QStringLiteral("cmbDSCFilter"));
     cmbDSCFilter->addItems({QStringLiteral("Don't show the filename (leave it blank)"),
                             QStringLiteral("Show the folder name instead")});
+    row(g, chkUseDSCFilter, cmbDSCFilter);
     lstDSCFilter = Named(new QListWidget(), QStringLiteral("lstDSCFilter"));
-    lstDSCFilter->setMaximumHeight(70);
-    row(g, chkUseDSCFilter, cmbDSCFilter, lstDSCFilter);
+    lstDSCFilter->setFixedHeight(64);
+    auto* prefixButtons = new QWidget();
+    auto* prefixColumn = new QVBoxLayout(prefixButtons);
+    prefixColumn->setContentsMargins(0, 0, 0, 0);
+    cmdAddPrefix =
+        Named(new QPushButton(QStringLiteral("Add Prefix")), QStringLiteral("cmdAddPrefix"));
+    cmdRemovePrefix =
+        Named(new QPushButton(QStringLiteral("Delete Prefix")), QStringLiteral("cmdRemovePrefix"));
+    prefixColumn->addWidget(cmdAddPrefix);
+    prefixColumn->addWidget(cmdRemovePrefix);
+    row(g, lstDSCFilter, prefixButtons);
 
     // 3: panoramas.
     chkScrollPanos =
         Named(new QCheckBox(QStringLiteral("Scroll Panoramic Images (Hortizontal and Vertical)")),
               QStringLiteral("chkScrollPanos"));
     g = page(3, chkScrollPanos);
+    picPanoDemo = Named(new QFrame(), QStringLiteral("picPanoDemo"));
+    picPanoDemo->setFixedSize(200, 60);
+    picPanoDemoScroller = Named(new QLabel(picPanoDemo), QStringLiteral("picPanoDemoScroller"));
+    picPanoDemoScroller->setPixmap(Picture(QStringLiteral("pano_strip.png"), QSize(480, 60)));
+    picPanoDemoScroller->setGeometry(0, 0, 480, 60);
+    row(g, picPanoDemo,
+        Muted(QStringLiteral("Images much wider or taller than the screen glide slowly from one "
+                             "end to the other.")));
     chkScrollAllVerticalImages = Named(new QCheckBox(QStringLiteral("Scroll all vertical images")),
                                        QStringLiteral("chkScrollAllVerticalImages"));
     row(g, chkScrollAllVerticalImages);
 
     // 4: layouts.
-    g = page(4, label(QStringLiteral("Layouts")));
+    g = page(4, title(QStringLiteral("Layouts")));
     const char* layoutNames[3] = {"Normal Mode", "Stack Images In A Pile", "Four From A Folder"};
     for (int i = 0; i < 3; ++i) {
         chkLayout[static_cast<std::size_t>(i)] =
             Named(new QCheckBox(QLatin1String(layoutNames[i])), Indexed("chkLayout", i));
-        auto [s, l] = slider(i);
-        row(g, chkLayout[static_cast<std::size_t>(i)], s, l);
+        row(g, chkLayout[static_cast<std::size_t>(i)], slider(i));
     }
-    txtMaxStackedImages = NumberBox(nullptr, "txtMaxStackedImages");
-    row(g, label(QStringLiteral("Images in a pile")), txtMaxStackedImages);
+    txtMaxStackedImages = NumberBox("txtMaxStackedImages");
+    row(g, title(QStringLiteral("Images in a pile")), txtMaxStackedImages);
     chkStopStackIfPano = Named(new QCheckBox(QStringLiteral("Stop the pile at a panorama")),
                                QStringLiteral("chkStopStackIfPano"));
+    // The factory values leave these two as the window is drawn.
     chkStopStackIfPano->setChecked(true);
     row(g, chkStopStackIfPano);
     chkAddWhiteBorder =
         Named(new QCheckBox(QStringLiteral("Add a border")), QStringLiteral("chkAddWhiteBorder"));
     cmdBorderColour =
-        Named(new ColourButton(QStringLiteral("Border colour")), QStringLiteral("cmdBorderColour"));
+        Named(new ColourButton(QStringLiteral("Colour...")), QStringLiteral("cmdBorderColour"));
     cmdBorderColour->setBackColor(0x404040);
     cmbBorderPercent = Named(new QComboBox(), QStringLiteral("cmbBorderPercent"));
     for (int pct = 0; pct <= 100; pct += 5)
         cmbBorderPercent->addItem(QStringLiteral("%1%").arg(pct));
-    cmbBorderPercent->setCurrentIndex(10);
     row(g, chkAddWhiteBorder, cmdBorderColour, cmbBorderPercent);
-    for (int i = 0; i < 2; ++i) {
+    QWidget* stackSamples = SampleHolder(QStringLiteral("StackedSamples"));
+    for (int i = 0; i < 2; ++i)
         picStackedPreview[static_cast<std::size_t>(i)] =
-            Named(new QLabel(), Indexed("picStackedPreview", i));
-        picStackedPreview[static_cast<std::size_t>(i)]->hide();
-    }
+            Sample(stackSamples, Indexed("picStackedPreview", i),
+                   QStringLiteral("sample_stacked_%1.png").arg(i));
+    row(g, stackSamples,
+        Muted(QStringLiteral("How often each layout is used: the three shares add up to 100.")));
 
     // 5: image effects.
-    g = page(5, label(QStringLiteral("Image Effects")));
+    g = page(5, title(QStringLiteral("Image Effects")));
     chkUseImageMasks =
         Named(new QCheckBox(QStringLiteral("Image masks")), QStringLiteral("chkUseImageMasks"));
-    auto [maskSlider, maskLabel] = slider(10);
-    row(g, chkUseImageMasks, maskSlider, maskLabel);
+    row(g, chkUseImageMasks, slider(10));
     optRandomImageMasks = Named(new QRadioButton(QStringLiteral("Random mask, changed every")),
                                 QStringLiteral("optRandomImageMasks"));
     optUseSpecificMask =
@@ -239,24 +359,67 @@ void frmConfig::BuildSettingsPanels() {
     auto* maskGroup = new QButtonGroup(this);
     maskGroup->addButton(optRandomImageMasks);
     maskGroup->addButton(optUseSpecificMask);
-    txtRandomMaskChangeInterval = NumberBox(nullptr, "txtRandomMaskChangeInterval");
-    row(g, optRandomImageMasks, txtRandomMaskChangeInterval, label(QStringLiteral("frames")));
+    txtRandomMaskChangeInterval = NumberBox("txtRandomMaskChangeInterval");
+    row(g, optRandomImageMasks, FramesBox(txtRandomMaskChangeInterval));
     txtImageMask = Named(new QLineEdit(), QStringLiteral("txtImageMask"));
-    picMaskPreview = Named(new QLabel(), QStringLiteral("picMaskPreview"));
-    picMaskPreview->setFixedSize(96, 72);
-    row(g, optUseSpecificMask, txtImageMask, picMaskPreview);
-    chkAddShadows = Named(new QCheckBox(QStringLiteral("Drop shadows, size / distance")),
-                          QStringLiteral("chkAddShadows"));
-    txtShadowSize = NumberBox(nullptr, "txtShadowSize");
-    txtShadowDistance = NumberBox(nullptr, "txtShadowDistance");
-    row(g, chkAddShadows, txtShadowSize, txtShadowDistance);
+    row(g, optUseSpecificMask, txtImageMask);
+    QWidget* maskSamples = SampleHolder(QStringLiteral("MaskSamples"));
+    picMaskPreview = Named(new QLabel(maskSamples), QStringLiteral("picMaskPreview"));
+    picMaskPreview->setGeometry(0, 0, 120, 80);
+    picMaskPreview->setAlignment(Qt::AlignCenter);
+    imgNoImageMask =
+        Sample(maskSamples, QStringLiteral("imgNoImageMask"), QStringLiteral("sample_no_mask.png"));
+    imgRandomMask = Sample(maskSamples, QStringLiteral("imgRandomMask"),
+                           QStringLiteral("sample_random_mask.png"));
+    lblImageMaskWarning = Named(new QLabel(), QStringLiteral("lblImageMaskWarning"));
+    lblImageMaskWarning->setProperty("warning", true);
+    lblImageMaskWarning->setWordWrap(true);
+    row(g, maskSamples, lblImageMaskWarning);
+
+    chkAddShadows =
+        Named(new QCheckBox(QStringLiteral("Drop shadows")), QStringLiteral("chkAddShadows"));
+    secretShowShadowParms =
+        Named(new QLabel(QStringLiteral("   ")), QStringLiteral("secretShowShadowParms"));
+    secretShowShadowParms->setFixedSize(16, 16);
+    secretShowShadowParms->installEventFilter(this);
+    row(g, chkAddShadows, secretShowShadowParms);
+    QWidget* shadowSamples = SampleHolder(QStringLiteral("ShadowSamples"));
+    imgShadowON = Sample(shadowSamples, QStringLiteral("imgShadowON"),
+                         QStringLiteral("sample_shadow_on.png"));
+    imgShadowOff = Sample(shadowSamples, QStringLiteral("imgShadowOff"),
+                          QStringLiteral("sample_shadow_off.png"));
+    auto* shadowParms = new QWidget();
+    auto* shadowGrid = new QGridLayout(shadowParms);
+    shadowGrid->setContentsMargins(0, 0, 0, 0);
+    txtShadowSize = NumberBox("txtShadowSize");
+    txtShadowDistance = NumberBox("txtShadowDistance");
+    lblShadowParms[0] =
+        Named(new QLabel(QStringLiteral("Shadow size")), Indexed("lblShadowParms", 0));
+    lblShadowParms[1] =
+        Named(new QLabel(QStringLiteral("Shadow distance")), Indexed("lblShadowParms", 1));
+    shadowGrid->addWidget(lblShadowParms[0], 0, 0);
+    shadowGrid->addWidget(txtShadowSize, 0, 1);
+    shadowGrid->addWidget(lblShadowParms[1], 1, 0);
+    shadowGrid->addWidget(txtShadowDistance, 1, 1);
+    shadowGrid->setRowStretch(2, 1);
+    // The shadow's numbers are for those who know where to click.
+    for (QWidget* w : std::initializer_list<QWidget*>{lblShadowParms[0], lblShadowParms[1],
+                                                      txtShadowSize, txtShadowDistance})
+        w->hide();
+    row(g, shadowSamples, shadowParms);
+
     chkBlackAndWhite =
         Named(new QCheckBox(QStringLiteral("Black and white")), QStringLiteral("chkBlackAndWhite"));
-    auto [bwSlider, bwLabel] = slider(12);
-    row(g, chkBlackAndWhite, bwSlider, bwLabel);
+    row(g, chkBlackAndWhite, slider(12));
     chkAddContrastToBW =
         Named(new QCheckBox(QStringLiteral("Add contrast")), QStringLiteral("chkAddContrastToBW"));
-    row(g, chkAddContrastToBW);
+    // Black and white starts off, and contrast only means something with it.
+    chkAddContrastToBW->setEnabled(false);
+    QWidget* bwSamples = SampleHolder(QStringLiteral("BlackAndWhiteSamples"));
+    imgBW = Sample(bwSamples, QStringLiteral("imgBW"), QStringLiteral("sample_bw.png"));
+    imgBW_contrast = Sample(bwSamples, QStringLiteral("imgBW_contrast"),
+                            QStringLiteral("sample_bw_contrast.png"));
+    row(g, bwSamples, chkAddContrastToBW);
 
     // 6: monitors.
     chkEnableMultiMon = Named(new QCheckBox(QStringLiteral("Enable Multiple Monitors")),
@@ -266,18 +429,18 @@ void frmConfig::BuildSettingsPanels() {
     cmbMultiMonOption->addItems({QStringLiteral("Control each monitor seperately"),
                                  QStringLiteral("Act like all monitors are one big screen.")});
     row(g, cmbMultiMonOption);
-    lblMultiMonDetail[0] = Named(
-        new QLabel(QStringLiteral("Seperate images are shown on each monitor.\r\nPanoramic images "
-                                  "will span across all monitors.")),
-        QStringLiteral("lblMultiMonDetail(0)"));
-    lblMultiMonDetail[1] = Named(
-        new QLabel(QStringLiteral("All monitors are treated like one big desktop.  Images may not "
-                                  "necessarily be entirely on one particular monitor. ")),
-        QStringLiteral("lblMultiMonDetail(1)"));
-    for (QLabel* l : lblMultiMonDetail) {
+    // The two texts take turns in one place.
+    auto* details = Named(new QWidget(), QStringLiteral("MultiMonDetails"));
+    details->setFixedHeight(48);
+    for (int i = 0; i < 2; ++i) {
+        auto* l = Named(new QLabel(details), Indexed("lblMultiMonDetail", i));
+        l->setProperty("muted", true);
         l->setWordWrap(true);
-        row(g, l);
+        l->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        l->setGeometry(0, 0, 400, 48);
+        lblMultiMonDetail[static_cast<std::size_t>(i)] = l;
     }
+    row(g, details);
     chkMultiMonUseMinHeight =
         Named(new QCheckBox(QStringLiteral("Use only the height all monitors share")),
               QStringLiteral("chkMultiMonUseMinHeight"));
@@ -287,10 +450,38 @@ void frmConfig::BuildSettingsPanels() {
     chkNightMode =
         Named(new QCheckBox(QStringLiteral("Enable Night Mode")), QStringLiteral("chkNightMode"));
     g = page(7, chkNightMode);
+    auto* sky = Named(new QWidget(), QStringLiteral("SkyBarFrame"));
+    sky->setFixedSize(398, 56);
+    lblNightModeClock = Named(new QLabel(sky), QStringLiteral("lblNightModeClock"));
+    lblNightModeClock->setProperty("muted", true);
+    lblNightModeClock->setAlignment(Qt::AlignCenter);
+    lblNightModeClock->setGeometry(149, 36, 100, 18);
+    imgSkyBar = Named(new QLabel(sky), QStringLiteral("imgSkyBar"));
+    imgSkyBar->setPixmap(Picture(QStringLiteral("skybar.png"), QSize(384, 24)));
+    imgSkyBar->setScaledContents(true);
+    imgSkyBar->setGeometry(7, 5, 384, 24);
+    imgSkyBar->setMouseTracking(true);
+    imgSkyBar->installEventFilter(this);
+    for (int i = 0; i < 2; ++i) {
+        auto* mask = Named(new QLabel(sky), Indexed("imgSkyMask", i));
+        mask->setStyleSheet(QStringLiteral("background: rgba(4, 8, 24, 150);"));
+        mask->setGeometry(7, 5, 0, 24);
+        imgSkyMask[static_cast<std::size_t>(i)] = mask;
+    }
+    for (int i = 0; i < 2; ++i) {
+        auto* tab = Named(new QLabel(sky), Indexed("imgSkyTab", i));
+        tab->setPixmap(
+            Picture(i == 0 ? QStringLiteral("skytab_start.png") : QStringLiteral("skytab_end.png"),
+                    QSize(14, 34)));
+        tab->setScaledContents(true);
+        tab->setGeometry(0, 0, 14, 34);
+        imgSkyTab[static_cast<std::size_t>(i)] = tab;
+    }
+    row(g, sky);
     for (int i = 0; i < 2; ++i)
         lblTime[static_cast<std::size_t>(i)] = Named(new QLabel(), Indexed("lblTime", i));
-    row(g, label(QStringLiteral("Night from")), lblTime[0]);
-    row(g, label(QStringLiteral("until")), lblTime[1]);
+    row(g, title(QStringLiteral("Night starts at")), lblTime[0]);
+    row(g, title(QStringLiteral("and ends at")), lblTime[1]);
     optTurnMonitorOFF = Named(new QRadioButton(QStringLiteral("Turn the monitor off")),
                               QStringLiteral("optTurnMonitorOFF"));
     optNightModeBlankScreen = Named(new QRadioButton(QStringLiteral("Blank the screen")),
@@ -299,34 +490,41 @@ void frmConfig::BuildSettingsPanels() {
     nightGroup->addButton(optTurnMonitorOFF);
     nightGroup->addButton(optNightModeBlankScreen);
     row(g, optTurnMonitorOFF, optNightModeBlankScreen);
-    TimeList = Named(new QListWidget(this), QStringLiteral("TimeList"));
-    TimeList->hide();
 
     // 8: miscellaneous.
-    g = page(8, label(QStringLiteral("Miscellaneous")));
-    chkWidescreen =
-        Named(new QCheckBox(QStringLiteral("Widescreen pixels")), QStringLiteral("chkWidescreen"));
+    g = page(8, title(QStringLiteral("Miscellaneous")));
+    chkWidescreen = Named(new QCheckBox(QStringLiteral("Correct for a stretched widescreen")),
+                          QStringLiteral("chkWidescreen"));
+    QWidget* wideSamples = SampleHolder(QStringLiteral("WidescreenSamples"));
+    imgWidescreen = Sample(wideSamples, QStringLiteral("imgWidescreen"),
+                           QStringLiteral("sample_widescreen.png"));
+    imgWidescreenStretched = Sample(wideSamples, QStringLiteral("imgWidescreenStretched"),
+                                    QStringLiteral("sample_widescreen_stretched.png"));
+    row(g, wideSamples, chkWidescreen);
     chkShowStatus = Named(new QCheckBox(QStringLiteral("Always show the status line")),
                           QStringLiteral("chkShowStatus"));
-    chkVetCache = Named(new QCheckBox(QStringLiteral("Check the web image cache")),
+    chkVetCache = Named(new QCheckBox(QStringLiteral("Tidy the web image cache")),
                         QStringLiteral("chkVetCache"));
-    row(g, chkWidescreen, chkShowStatus, chkVetCache);
+    row(g, chkShowStatus, chkVetCache);
     chkExitOnESC = Named(new QCheckBox(QStringLiteral("Esc key")), QStringLiteral("chkExitOnESC"));
     chkExitOnKey = Named(new QCheckBox(QStringLiteral("Any key")), QStringLiteral("chkExitOnKey"));
     chkExitOnMouse =
         Named(new QCheckBox(QStringLiteral("Mouse move")), QStringLiteral("chkExitOnMouse"));
     chkExitOnClick =
         Named(new QCheckBox(QStringLiteral("Mouse click")), QStringLiteral("chkExitOnClick"));
-    row(g, label(QStringLiteral("End the show on")), chkExitOnESC, chkExitOnKey);
-    row(g, new QWidget(), chkExitOnMouse, chkExitOnClick);
-    chkDebug = Named(new QCheckBox(QStringLiteral("Debug log")), QStringLiteral("chkDebug"));
+    row(g, title(QStringLiteral("End the show on")));
+    row(g, chkExitOnESC, chkExitOnKey);
+    row(g, chkExitOnMouse, chkExitOnClick);
+    chkDebug = Named(new QCheckBox(QStringLiteral("Debug log (set in the preferences file)")),
+                     QStringLiteral("chkDebug"));
     chkDebug->setEnabled(false);
     row(g, chkDebug);
 
     // 9: sounds.
-    g = page(9, label(QStringLiteral("Sounds")));
+    g = page(9, title(QStringLiteral("Sounds")));
     chkPlaySound = Named(new QCheckBox(QStringLiteral("Play a sound with each image")),
                          QStringLiteral("chkPlaySound"));
+    row(g, chkPlaySound);
     optRandomSound = Named(new QRadioButton(QStringLiteral("Random from the Sounds folder")),
                            QStringLiteral("optRandomSound"));
     optSpecificSound =
@@ -334,12 +532,14 @@ void frmConfig::BuildSettingsPanels() {
     auto* soundGroup = new QButtonGroup(this);
     soundGroup->addButton(optRandomSound);
     soundGroup->addButton(optSpecificSound);
+    row(g, optRandomSound);
     txtSoundFile = Named(new QLineEdit(), QStringLiteral("txtSoundFile"));
     lblSoundLength = Named(new QLabel(), QStringLiteral("lblSoundLength"));
-    row(g, chkPlaySound, optRandomSound);
+    lblSoundLength->setProperty("muted", true);
     row(g, optSpecificSound, txtSoundFile, lblSoundLength);
     chkPlayMusic =
         Named(new QCheckBox(QStringLiteral("Play music")), QStringLiteral("chkPlayMusic"));
+    row(g, chkPlayMusic);
     optRandomMusicFromFolder =
         Named(new QRadioButton(QStringLiteral("Random from the Sounds folder")),
               QStringLiteral("optRandomMusicFromFolder"));
@@ -348,12 +548,22 @@ void frmConfig::BuildSettingsPanels() {
     auto* musicGroup = new QButtonGroup(this);
     musicGroup->addButton(optRandomMusicFromFolder);
     musicGroup->addButton(optSpecificPlayList);
+    row(g, optRandomMusicFromFolder);
     txtMusicPlaylist = Named(new QLineEdit(), QStringLiteral("txtMusicPlaylist"));
-    row(g, chkPlayMusic, optRandomMusicFromFolder);
     row(g, optSpecificPlayList, txtMusicPlaylist);
 
     // 10: about.
-    g = page(10, label(QStringLiteral("About Tessaview")));
-    row(g, label(QStringLiteral("A photo slide show for your screen.")));
-    holder->addStretch(1);
+    g = page(10, title(QStringLiteral("About Tessaview")));
+    auto* logo = Named(new QLabel(), QStringLiteral("imgAboutLogo"));
+    logo->setPixmap(QPixmap(QStringLiteral(":/logo.png"))
+                        .scaled(96, 93, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    row(g, logo,
+        Muted(QStringLiteral("Tessaview shows your photographs full screen, one after another, "
+                             "joined by a crossfade.\n\nDrag this window by any free spot. Apply "
+                             "saves the settings; the next show uses them.")));
+
+    for (QGridLayout* grid : bodies) {
+        grid->setColumnStretch(0, 0);
+        grid->setColumnStretch(1, 1);
+    }
 }

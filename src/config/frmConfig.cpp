@@ -13,88 +13,117 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMouseEvent>
 #include <QPixmap>
 #include <QScreen>
-#include <QVBoxLayout>
+
+namespace {
+
+// The window's fixed frame, in pixels. The left column holds the image lists and the buttons,
+// the right one the portal with the panels.
+constexpr int FormWidth = 940;
+constexpr int LeftX = 16;
+constexpr int LeftWidth = 436;
+constexpr int PortalLeft = 468;
+constexpr int PortalTop = 56;
+constexpr int PortalWidth = 440;
+constexpr int ScrollWidth = 14;
+constexpr int FolderListTop = 104;
+constexpr int DetailsHeight = 80;
+constexpr int ButtonHeight = 30;
+
+QPixmap Art(const QString& resource, QSize size) {
+    QPixmap pixmap(QStringLiteral(":/") + resource);
+    if (pixmap.isNull()) {
+        // A missing picture must not take the window down with it: an empty square keeps the
+        // layout and the control stays clickable.
+        pixmap = QPixmap(size);
+        pixmap.fill(Qt::transparent);
+    }
+    return pixmap;
+}
+
+} // namespace
 
 frmConfig::frmConfig() {
     setObjectName(QStringLiteral("frmConfig"));
     setWindowTitle(QStringLiteral("Tessaview Settings"));
     setWindowIcon(QIcon(QStringLiteral(":/tessaview.png")));
+    // No title bar: the window is moved by dragging its surface.
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_StyledBackground, true);
+    // A dark palette lets the platform style draw boxes, arrows and indicators to match.
+    QPalette dark = palette();
+    dark.setColor(QPalette::Window, QColor(0x1e, 0x25, 0x30));
+    dark.setColor(QPalette::WindowText, QColor(0xdf, 0xe6, 0xee));
+    dark.setColor(QPalette::Base, QColor(0x15, 0x1b, 0x24));
+    dark.setColor(QPalette::AlternateBase, QColor(0x1c, 0x23, 0x2e));
+    dark.setColor(QPalette::Text, QColor(0xe8, 0xed, 0xf3));
+    dark.setColor(QPalette::Button, QColor(0x3a, 0x46, 0x56));
+    dark.setColor(QPalette::ButtonText, QColor(0xf2, 0xf5, 0xf8));
+    dark.setColor(QPalette::Highlight, QColor(0x5f, 0xa8, 0xe8));
+    dark.setColor(QPalette::HighlightedText, QColor(0x10, 0x14, 0x1a));
+    dark.setColor(QPalette::ToolTipBase, QColor(0x2a, 0x33, 0x42));
+    dark.setColor(QPalette::ToolTipText, QColor(0xe8, 0xed, 0xf3));
+    dark.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x6f, 0x7b, 0x8a));
+    dark.setColor(QPalette::Disabled, QPalette::Text, QColor(0x6f, 0x7b, 0x8a));
+    dark.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x7d, 0x88, 0x96));
+    setPalette(dark);
     setStyleSheet(QStringLiteral(
-        "#frmConfig { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #27313f, "
-        "stop:1 #151b24); }"
+        "#frmConfig { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #243040, "
+        "stop:1 #161c25); border: 1px solid #3b4757; }"
         "QLabel, QCheckBox, QRadioButton { color: #dfe6ee; }"
-        "QFrame[objectName^=\"setPage\"] { background: rgba(255,255,255,14); border: 1px solid "
-        "#3b4757; border-radius: 6px; }"
-        "QScrollArea, #PageHolder { background: transparent; }"
+        "QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: #6f7b8a; }"
+        "QCheckBox::indicator, QRadioButton::indicator { width: 13px; height: 13px;"
+        " border: 1px solid #6b7c92; background: #151b24; }"
+        "QCheckBox::indicator { border-radius: 3px; }"
+        "QRadioButton::indicator { border-radius: 7px; }"
+        "QCheckBox::indicator:checked { background: #5fa8e8; border-color: #7dbaf0;"
+        " image: url(:/check.png); }"
+        "QRadioButton::indicator:checked { background: qradialgradient(cx:0.5, cy:0.5,"
+        " radius:0.5, fx:0.5, fy:0.5, stop:0 #f2f5f8, stop:0.38 #f2f5f8, stop:0.48 #5fa8e8,"
+        " stop:1 #5fa8e8); border-color: #7dbaf0; }"
+        "QCheckBox::indicator:disabled, QRadioButton::indicator:disabled {"
+        " border-color: #3b4654; }"
+        "QLabel[muted=\"true\"] { color: #9fb3c8; }"
+        "QLabel[warning=\"true\"] { color: #ffb86b; }"
+        "QFrame[page=\"true\"] { background: #202833; border: 1px solid #344052;"
+        " border-radius: 5px; }"
+        "QWidget[heading=\"true\"] { background: #2a3342; border-top-left-radius: 5px;"
+        " border-top-right-radius: 5px; }"
+        "QWidget[heading=\"true\"] QLabel, QWidget[heading=\"true\"] QCheckBox {"
+        " font-weight: bold; color: #e8edf3; background: transparent; }"
+        "#Portal, #PageHolder { background: transparent; }"
+        "QLineEdit, QComboBox { color: #e8edf3; background: #151b24; border: 1px solid #3b4757;"
+        " border-radius: 3px; padding: 2px 4px; }"
+        "QComboBox QAbstractItemView { color: #e8edf3; background: #151b24; }"
+        "QListWidget, QTreeWidget { color: #e8edf3; background: #151b24;"
+        " border: 1px solid #3b4757; border-radius: 3px; }"
+        "QHeaderView::section { color: #cfd8e3; background: #2a3342; border: none;"
+        " border-right: 1px solid #3b4757; padding: 3px 6px; }"
+        "#imgFileDetailsBacker { background: #202833; border: 1px solid #344052;"
+        " border-radius: 5px; }"
         "QPushButton { color: #f2f5f8; background: #3a4656; border: 1px solid #56667a;"
-        " border-radius: 5px; padding: 7px 16px; min-width: 80px; }"
+        " border-radius: 5px; padding: 4px 12px; }"
         "QPushButton:hover { background: #465569; }"
         "QPushButton:pressed { background: #2c3643; }"
         "QPushButton:disabled { color: #7d8896; background: #2b333e; border-color: #3b4654; }"
         "QPushButton#cmdRunShow { background: #2f7dbf; border-color: #4b97d6; font-weight: bold; }"
         "QPushButton#cmdRunShow:hover { background: #3a8cd0; }"
-        "QPushButton#cmdRunShow:disabled { background: #2b3b4c; }"));
+        "QPushButton#cmdRunShow:disabled { background: #2b3b4c; }"
+        "QScrollBar { background: #1a212b; border-radius: 5px; }"
+        "QScrollBar:vertical { width: 10px; }"
+        "QScrollBar:horizontal { height: 10px; }"
+        "QScrollBar::handle { background: #46566b; border-radius: 5px; }"
+        "QScrollBar::handle:vertical { min-height: 30px; }"
+        "QScrollBar::handle:horizontal { min-width: 30px; }"
+        "QScrollBar::add-line, QScrollBar::sub-line { height: 0px; width: 0px; }"
+        "QScrollBar::add-page, QScrollBar::sub-page { background: none; }"));
 
-    auto* logo = new QLabel(this);
-    logo->setObjectName(QStringLiteral("imgLogo"));
-    logo->setPixmap(QPixmap(QStringLiteral(":/logo.png"))
-                        .scaled(120, 117, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-    logo->setAlignment(Qt::AlignCenter);
+    BuildShell();
     BuildSettingsPanels();
-
-    lblVersion = new QLabel(this);
-    lblVersion->setObjectName(QStringLiteral("lblVersion"));
-    lblVersion->setAlignment(Qt::AlignCenter);
-
-    cmdRunShow = new QPushButton(QStringLiteral("Preview Slideshow"), this);
-    cmdRunShow->setObjectName(QStringLiteral("cmdRunShow"));
-    cmdHelp = new QPushButton(QStringLiteral("Help"), this);
-    cmdHelp->setObjectName(QStringLiteral("cmdHelp"));
-    cmdApply = new QPushButton(QStringLiteral("Apply Changes"), this);
-    cmdApply->setObjectName(QStringLiteral("cmdApply"));
-    cmdApply->setEnabled(false);
-    cmdOk = new QPushButton(QStringLiteral("OK"), this);
-    cmdOk->setObjectName(QStringLiteral("cmdOk"));
-    cmdOk->setDefault(true);
-    cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-
-    auto* top = new QHBoxLayout();
-    top->addWidget(cmdRunShow);
-    top->addStretch(1);
-    top->addWidget(cmdHelp);
-    auto* bottom = new QHBoxLayout();
-    bottom->addWidget(cmdApply);
-    bottom->addStretch(1);
-    bottom->addWidget(cmdOk);
-    bottom->addWidget(cmdCancel);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(22, 22, 22, 18);
-    layout->setSpacing(14);
-    auto* header = new QHBoxLayout();
-    header->addWidget(logo);
-    header->addWidget(lblVersion, 1);
-    layout->addLayout(header);
-    layout->addWidget(Portal, 1);
-    layout->addLayout(top);
-    layout->addLayout(bottom);
-    QScreen* screen = QGuiApplication::primaryScreen();
-    const int screenHeight = screen ? screen->geometry().height() : 768;
-    setFixedSize(620, ConfigFormHeights(screenHeight).collapsed);
-
-    connect(cmdRunShow, &QPushButton::clicked, this, [this] { cmdRunShow_Click(); });
-    connect(cmdOk, &QPushButton::clicked, this, [this] { cmdOk_Click(); });
-    connect(cmdCancel, &QPushButton::clicked, this, [this] { cmdCancel_Click(); });
-    connect(cmdApply, &QPushButton::clicked, this, [this] { cmdApply_Click(); });
-    connect(cmdHelp, &QPushButton::clicked, this, [this] { cmdHelp_Click(); });
-
-    StopShowTimer = new VbTimer(100, false, this);
-    StopShowTimer->setHandler([this] { StopShowTimer_Timer(); });
-    ScrollDemoTimer = new VbTimer(50, false, this);
+    WireChangeTracking();
 }
 
 frmConfig::~frmConfig() = default;
@@ -102,21 +131,194 @@ frmConfig::~frmConfig() = default;
 void frmConfig::beforeUnload() {
     StopShowTimer->setEnabled(false);
     ScrollDemoTimer->setEnabled(false);
+    expandConfigTimer->setEnabled(false);
+    for (VbTimer* t : openPageTimer)
+        if (t) t->setEnabled(false);
+    for (VbTimer* t : closePageTimer)
+        if (t) t->setEnabled(false);
 }
 
-ConfigHeights ConfigFormHeights(int screenHeightPixels) {
-    if (screenHeightPixels < 481) return {480, 520};
-    if (screenHeightPixels <= 600) return {509, 600};
-    if (screenHeightPixels <= 1023)
-        return {screenHeightPixels - 100 - 150, screenHeightPixels - 100};
-    return {screenHeightPixels - 200 - 150, screenHeightPixels - 200};
+QLabel* frmConfig::MakeClickableImage(QWidget* parent, const QString& name, const QString& resource,
+                                      QSize size) {
+    auto* image = new QLabel(parent);
+    image->setObjectName(name);
+    image->setPixmap(Art(resource, size));
+    image->setScaledContents(true);
+    image->resize(size);
+    image->setCursor(Qt::PointingHandCursor);
+    image->installEventFilter(this);
+    return image;
 }
+
+void frmConfig::BuildShell() {
+    auto* title = new QLabel(this);
+    title->setObjectName(QStringLiteral("imgTitle"));
+    title->setPixmap(Art(QStringLiteral("config_header.png"), QSize(300, 48)));
+    title->setGeometry(LeftX, 6, 300, 48);
+    lblVersion = new QLabel(this);
+    lblVersion->setObjectName(QStringLiteral("lblVersion"));
+    lblVersion->setProperty("muted", true);
+    lblVersion->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    lblVersion->setGeometry(LeftX + 300, 18, LeftWidth - 300, 24);
+
+    auto* listsTitle = new QLabel(QStringLiteral("Image Lists"), this);
+    listsTitle->setObjectName(QStringLiteral("lblImageListsTitle"));
+    QFont bold = listsTitle->font();
+    bold.setBold(true);
+    bold.setPointSizeF(bold.pointSizeF() * 1.15);
+    listsTitle->setFont(bold);
+    listsTitle->setGeometry(LeftX, 70, 110, 24);
+
+    const char* buttonArt[4] = {"btn_add_folder", "btn_add_web", "btn_delete", "btn_add_flickr"};
+    const char* buttonTips[4] = {"Add a folder of images", "Add a web page or feed",
+                                 "Delete the selected image list", "Add photos from Flickr"};
+    for (int i = 0; i < 4; ++i) {
+        const auto k = static_cast<std::size_t>(i);
+        const QString art = QLatin1String(buttonArt[i]);
+        imgButton[k] = MakeClickableImage(this, QStringLiteral("imgButton(%1)").arg(i),
+                                          art + QStringLiteral(".png"), QSize(40, 40));
+        imgButton[k]->setToolTip(QLatin1String(buttonTips[i]));
+        imgButtonPressed[k] =
+            MakeClickableImage(this, QStringLiteral("imgButtonPressed(%1)").arg(i),
+                               art + QStringLiteral("_pressed.png"), QSize(40, 40));
+    }
+    // The delete button belongs to the details of the selected list; the others add lists.
+    imgButton[0]->move(LeftX + 130, 60);
+    imgButton[1]->move(LeftX + 176, 60);
+    imgButton[3]->move(LeftX + 222, 60);
+
+    lvwFolderList = new QTreeWidget(this);
+    lvwFolderList->setObjectName(QStringLiteral("lvwFolderList"));
+    lvwFolderList->setRootIsDecorated(false);
+    lvwFolderList->setUniformRowHeights(true);
+    lvwFolderList->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    lvwFolderList->header()->setStretchLastSection(false);
+
+    imgFileDetailsBacker = new QWidget(this);
+    imgFileDetailsBacker->setObjectName(QStringLiteral("imgFileDetailsBacker"));
+    imgFileDetailsBacker->setAttribute(Qt::WA_StyledBackground, true);
+    auto stripLabel = [this](const QString& name, QRect where) {
+        auto* l = new QLabel(imgFileDetailsBacker);
+        l->setObjectName(name);
+        l->setGeometry(where);
+        return l;
+    };
+    lblLocation = stripLabel(QStringLiteral("lblLocation"), {10, 4, 200, 18});
+    lblImageCount = stripLabel(QStringLiteral("lblImageCount"), {10, 22, 200, 18});
+    lblLastScan = stripLabel(QStringLiteral("lblLastScan"), {10, 40, 200, 18});
+    lblNextScan = stripLabel(QStringLiteral("lblNextScan"), {10, 58, 200, 18});
+    for (int i = 1; i <= 3; ++i)
+        lblOption[i] =
+            stripLabel(QStringLiteral("lblOption(%1)").arg(i), {214, 4 + 18 * i, 160, 18});
+    cmdRescanNow = new QPushButton(QStringLiteral("Re-Scan Now"), imgFileDetailsBacker);
+    cmdRescanNow->setObjectName(QStringLiteral("cmdRescanNow"));
+    cmdRescanNow->setGeometry(214, 2, 100, 22);
+    cmdOpenURLinBrowser = new QPushButton(QStringLiteral("Open"), imgFileDetailsBacker);
+    cmdOpenURLinBrowser->setObjectName(QStringLiteral("cmdOpenURLinBrowser"));
+    cmdOpenURLinBrowser->setGeometry(320, 2, 60, 22);
+    imgButton[2]->setParent(imgFileDetailsBacker);
+    imgButton[2]->move(LeftWidth - 48, 34);
+    imgButtonPressed[2]->setParent(imgFileDetailsBacker);
+
+    auto button = [this](QPushButton*& b, const QString& name, const QString& text) {
+        b = new QPushButton(text, this);
+        b->setObjectName(name);
+    };
+    button(cmdRunShow, QStringLiteral("cmdRunShow"), QStringLiteral("Preview Slideshow"));
+    button(cmdNukeRemlist, QStringLiteral("cmdNukeRemlist"), QStringLiteral("Reset Slideshow"));
+    cmdNukeRemlist->setToolTip(QStringLiteral("Start the next show from the top of the lists"));
+    button(cmdHelp, QStringLiteral("cmdHelp"), QStringLiteral("Help"));
+    button(cmdApply, QStringLiteral("cmdApply"), QStringLiteral("Apply Changes"));
+    cmdApply->setEnabled(false);
+    button(cmdOk, QStringLiteral("cmdOk"), QStringLiteral("OK"));
+    cmdOk->setDefault(true);
+    button(cmdCancel, QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+
+    auto* optionsTitle = new QLabel(QStringLiteral("Options"), this);
+    optionsTitle->setObjectName(QStringLiteral("lblOptionsTitle"));
+    optionsTitle->setFont(bold);
+    optionsTitle->setGeometry(PortalLeft, 28, 200, 24);
+
+    Portal = new QWidget(this);
+    Portal->setObjectName(QStringLiteral("Portal"));
+    PageHolder = new QWidget(Portal);
+    PageHolder->setObjectName(QStringLiteral("PageHolder"));
+    portalScroll = new QScrollBar(Qt::Vertical, this);
+    portalScroll->setObjectName(QStringLiteral("portalScroll"));
+
+    const QSize arrow(18, 18);
+    imgSetPageOpen[20] = MakeClickableImage(this, QStringLiteral("imgSetPageOpen(20)"),
+                                            QStringLiteral("expand_all.png"), arrow);
+    imgSetPageOpen[20]->setToolTip(QStringLiteral("Expand All Options Panels"));
+    imgSetPageClose[20] = MakeClickableImage(this, QStringLiteral("imgSetPageClose(20)"),
+                                             QStringLiteral("collapse_all.png"), arrow);
+    imgSetPageClose[20]->setToolTip(QStringLiteral("Collapse All Options Panels"));
+    imgSetPageOpen[20]->move(PortalLeft + PortalWidth + ScrollWidth - 20, 32);
+    imgSetPageOpen[21] = MakeClickableImage(this, QStringLiteral("imgSetPageOpen(21)"),
+                                            QStringLiteral("grow_window.png"), arrow);
+    imgSetPageOpen[21]->setToolTip(QStringLiteral("Show the images of the selected list"));
+    imgSetPageClose[21] = MakeClickableImage(this, QStringLiteral("imgSetPageClose(21)"),
+                                             QStringLiteral("shrink_window.png"), arrow);
+    imgSetPageClose[21]->setToolTip(QStringLiteral("Hide the images of the list"));
+    imgSetPageClose[21]->hide();
+    imgSetPageOpen[21]->move(LeftX + LeftWidth - 20, 76);
+
+    auto* firstList = new QListWidget(this);
+    firstList->setObjectName(QStringLiteral("lstImages(0)"));
+    lstImages.push_back(firstList);
+
+    auto hiddenList = [this](const QString& name) {
+        auto* l = new QListWidget(this);
+        l->setObjectName(name);
+        l->hide();
+        return l;
+    };
+    lstTempImageList = hiddenList(QStringLiteral("lstTempImageList"));
+    lstTemp2 = hiddenList(QStringLiteral("lstTemp2"));
+    TimeList = hiddenList(QStringLiteral("TimeList"));
+    tempPic = new QLabel(this);
+    tempPic->setObjectName(QStringLiteral("tempPic"));
+    tempPic->hide();
+
+    connect(cmdRunShow, &QPushButton::clicked, this, [this] { cmdRunShow_Click(); });
+    connect(cmdOk, &QPushButton::clicked, this, [this] { cmdOk_Click(); });
+    connect(cmdCancel, &QPushButton::clicked, this, [this] { cmdCancel_Click(); });
+    connect(cmdApply, &QPushButton::clicked, this, [this] { cmdApply_Click(); });
+    connect(cmdHelp, &QPushButton::clicked, this, [this] { cmdHelp_Click(); });
+    connect(cmdNukeRemlist, &QPushButton::clicked, this, [this] { cmdNukeRemlist_Click(); });
+    connect(portalScroll, &QScrollBar::valueChanged, this, [this] { portalScroll_Change(); });
+
+    StopShowTimer = new VbTimer(100, false, this);
+    StopShowTimer->setHandler([this] { StopShowTimer_Timer(); });
+    ScrollDemoTimer = new VbTimer(30, false, this);
+    ScrollDemoTimer->setHandler([this] { ScrollDemoTimer_Timer(); });
+    KillShow = new VbTimer(1000, false, this);
+    expandConfigTimer = new VbTimer(50, false, this);
+    expandConfigTimer->setHandler([this] { expandConfigTimer_Timer(); });
+    openPageTimer[0] = new VbTimer(100, false, this);
+    openPageTimer[0]->setHandler([this] { openPageTimer_Timer(0); });
+    closePageTimer[0] = new VbTimer(100, false, this);
+    closePageTimer[0]->setHandler([this] { closePageTimer_Timer(0); });
+
+    setFixedWidth(FormWidth);
+}
+
+// --- Start-up --------------------------------------------------------------------------------
 
 // Errors in any step are passed over so that the window always comes up.
 void frmConfig::Initialize() {
+    DragActive = false;
     InstallDir = GetSetting(QStringLiteral("installDir"), ProgramFolder());
+    MyPicturesFolder = common::GetMyPicturesFolder();
     chkDebug->setEnabled(false);
     PrefsFileName = InstallDir + QStringLiteral("/TView_Prefs.txt");
+
+    for (std::size_t i = 0; i < imgButton.size(); ++i) {
+        imgButtonPressed[i]->move(imgButton[i]->pos());
+        imgButtonPressed[i]->hide();
+    }
+    ShowHideFileDetails(false);
+
     cmbImageOrder->setCurrentIndex(0);
     cmbDSCFilter->setCurrentIndex(0);
     cmbFontSize->setCurrentIndex(2);
@@ -124,6 +326,7 @@ void frmConfig::Initialize() {
     cmbBorderPercent->setCurrentIndex(10);
     cmbTileBackground->setCurrentIndex(0);
     cmbMultiMonOption->setCurrentIndex(0);
+
     const QString backgrounds = InstallDir + QStringLiteral("/Backgrounds");
     if (common::FileExists(backgrounds))
         lblBackgroundImagesFolder->setText(
@@ -132,17 +335,385 @@ void frmConfig::Initialize() {
     else
         lblBackgroundImagesFolder->setText(QStringLiteral("Cannot find ") + InstallDir +
                                            QStringLiteral("/Backgrounds"));
+
+    ScrollDemoTimer->setEnabled(false);
+    picPanoDemoScroller->move(0, 0);
+
+    lblMultiMonDetail[0]->setText(QStringLiteral("Seperate images are shown on each monitor.\r\n"
+                                                 "Panoramic images will span across all "
+                                                 "monitors."));
+    lblMultiMonDetail[1]->setText(
+        QStringLiteral("All monitors are treated like one big desktop.  Images may not "
+                       "necessarily be entirely on one particular monitor. "));
+    lblMultiMonDetail[1]->setGeometry(lblMultiMonDetail[0]->geometry());
+    lblMultiMonDetail[0]->show();
+    lblMultiMonDetail[1]->show();
+
+    Add_ColumnHeaders();
+    SkyBarZoneWidth = static_cast<int>(std::lround(imgSkyBar->width() / 96.0));
     InitTimeList();
     DefaultPrefs();
     LoadPrefs();
-    lblVersion->setText(QStringLiteral("Tessaview %1  (%2)").arg(ProgramVersion, ProgramDate));
+    ScanAndLoadImageLists(InstallDir + QStringLiteral("/Imagelists"));
+    SetBackgroundWarning();
+    FormatConfigForm();
+    RestFormHeight = height();
 }
+
+// STAND-IN until image lists are read: the table of lists stays empty.
+void frmConfig::ScanAndLoadImageLists(const QString& folder) {
+    Q_UNUSED(folder);
+}
+
+void frmConfig::Add_ColumnHeaders() {
+    if (lvwFolderList->columnCount() == 12) return;
+    lvwFolderList->setColumnCount(12);
+    lvwFolderList->setHeaderLabels(
+        {QStringLiteral("Image List"), QStringLiteral("Images"), QStringLiteral("Location"),
+         QStringLiteral("Local or Web"), QStringLiteral("filename"), QStringLiteral("last scan"),
+         QStringLiteral("scan interval"), QStringLiteral("Recurse / Ignore GIF"),
+         QStringLiteral(" / Use Page Images"), QStringLiteral(" / Use Image Links"),
+         QStringLiteral("(reserved)"), QStringLiteral("(reserved)")});
+    const double tenth = lvwFolderList->width() / 10.0;
+    const double widths[5] = {8.5, 1.5, 7, 5, 5};
+    for (int c = 0; c < 12; ++c)
+        lvwFolderList->setColumnWidth(c, static_cast<int>(tenth * (c < 5 ? widths[c] : 4)));
+}
+
+void frmConfig::ShowHideFileDetails(bool visible) {
+    for (QWidget* w : std::initializer_list<QWidget*>{
+             lblLocation, lblImageCount, lblLastScan, lblNextScan, lblOption[1], lblOption[2],
+             lblOption[3], imgButton[2], cmdRescanNow, cmdOpenURLinBrowser})
+        w->setVisible(visible);
+}
+
+void frmConfig::FormatConfigForm() {
+    QScreen* screen = QGuiApplication::primaryScreen();
+    ScreenHeightPixels = screen ? screen->geometry().height() : 768;
+    const ConfigHeights heights = ConfigFormHeights(ScreenHeightPixels);
+    CollapsedFormHeight = heights.collapsed;
+    ExpandedFormHeight = heights.expanded;
+
+    Portal->setGeometry(PortalLeft, PortalTop, PortalWidth, CollapsedFormHeight - 70);
+    lvwFolderList->setGeometry(LeftX, FolderListTop, LeftWidth, CollapsedFormHeight - 279);
+    imgFileDetailsBacker->setGeometry(LeftX, lvwFolderList->geometry().bottom() + 1 + 10, LeftWidth,
+                                      DetailsHeight);
+    lstImages[0]->setGeometry(10, CollapsedFormHeight, FormWidth - 20,
+                              ExpandedFormHeight - CollapsedFormHeight);
+
+    const int buttonsTop = CollapsedFormHeight - 14 - 2 * ButtonHeight - 6;
+    cmdRunShow->setGeometry(LeftX, buttonsTop, 170, ButtonHeight);
+    cmdNukeRemlist->setGeometry(LeftX + 178, buttonsTop, 130, ButtonHeight);
+    cmdHelp->setGeometry(LeftX + LeftWidth - 80, buttonsTop, 80, ButtonHeight);
+    const int lastRow = buttonsTop + ButtonHeight + 6;
+    cmdApply->setGeometry(LeftX, lastRow, 130, ButtonHeight);
+    cmdOk->setGeometry(LeftX + LeftWidth - 168, lastRow, 80, ButtonHeight);
+    cmdCancel->setGeometry(LeftX + LeftWidth - 80, lastRow, 80, ButtonHeight);
+
+    PageHolder->setGeometry(0, 0, PortalWidth, PageHolder->height());
+    int top = 0;
+    for (int i = 0; i <= 10; ++i) {
+        QWidget* page = setPage[static_cast<std::size_t>(i)];
+        page->setParent(PageHolder);
+        const int width = PageHolder->width() - 5;
+        // The full height is what the panel's contents ask for at this width.
+        if (QWidget* body =
+                page->findChild<QWidget*>(QStringLiteral("body"), Qt::FindDirectChildrenOnly)) {
+            body->setFixedWidth(width);
+            const int bodyHeight =
+                body->hasHeightForWidth() ? body->heightForWidth(width) : body->sizeHint().height();
+            body->setFixedHeight(bodyHeight);
+            page->setProperty("Tag", QString::number(CollapsedPanelHeight + bodyHeight + 6));
+        }
+        page->setGeometry(0, top, width, CollapsedPanelHeight);
+        if (QWidget* heading =
+                page->findChild<QWidget*>(QStringLiteral("heading"), Qt::FindDirectChildrenOnly))
+            heading->setGeometry(1, 1, width - 2, CollapsedPanelHeight - 2);
+        top += CollapsedPanelHeight;
+        page->show();
+        QLabel* open = imgSetPageOpen[i];
+        QLabel* close = imgSetPageClose[i];
+        open->move(width - 24, 4);
+        close->move(open->pos());
+        close->hide();
+        open->show();
+        open->raise();
+        close->raise();
+        close->setToolTip(QStringLiteral("Collapse this panel of options"));
+        open->setToolTip(QStringLiteral("Expand this panel of options"));
+    }
+    imgSetPageClose[20]->move(imgSetPageOpen[20]->pos());
+    imgSetPageClose[20]->hide();
+    imgSetPageClose[21]->move(imgSetPageOpen[21]->pos());
+    imgSetPageOpen[21]->hide();
+
+    portalScroll->setGeometry(PortalLeft + PortalWidth + 2, PortalTop, ScrollWidth - 2,
+                              Portal->height());
+    portalScroll->setSingleStep(10);
+    portalScroll->setPageStep(Portal->height() / 2);
+    PageHolder->move(0, 0);
+
+    CheckForImageMask();
+    SetBackgroundWarning();
+    UpdatePageHolder();
+
+    chkAddWhiteBorder_Click();
+    chkAddContrastToBW_Click();
+
+    setFixedHeight(Portal->y() + Portal->height() + 14);
+    lblNightModeClock->raise();
+    lblVersion->setText(QStringLiteral("version %1").arg(ProgramVersion));
+
+    chkMultiMonUseMinHeight_Click();
+    CheckIfShowRandBackgroundImage();
+}
+
+void frmConfig::UpdatePageHolder() {
+    QWidget* last = setPage[10];
+    PageHolder->resize(PageHolder->width(), last->y() + last->height());
+    if (PageHolder->height() <= Portal->height()) {
+        portalScroll->setRange(0, 0);
+        portalScroll->setValue(0);
+        portalScroll->hide();
+        PageHolder->move(0, 0);
+    } else {
+        portalScroll->setMaximum(PageHolder->height() - Portal->height());
+        portalScroll->show();
+    }
+}
+
+void frmConfig::portalScroll_Change() {
+    PageHolder->move(0, -portalScroll->value());
+}
+
+// --- The accordion ------------------------------------------------------------------------------
+
+void frmConfig::imgSetPageOpen_Click(int index) {
+    if (index == 21) {
+        imgSetPageOpen[21]->hide();
+        expandConfigTimer->setInterval(50);
+        expandConfigTimer->setEnabled(true);
+        return;
+    }
+    if (index == 20) {
+        imgSetPageOpen[20]->hide();
+        for (int i = 0; i <= 10; ++i)
+            if (!imgSetPageOpen[i]->isHidden()) imgSetPageOpen_Click(i);
+        imgSetPageClose[20]->show();
+        return;
+    }
+    if (index < 0 || index > 10) return;
+    imgSetPageOpen[index]->hide();
+    StartPageTimer(openPageTimer, index, true);
+}
+
+void frmConfig::imgSetPageClose_Click(int index) {
+    if (index == 21) {
+        imgSetPageClose[21]->hide();
+        expandConfigTimer->setInterval(90);
+        expandConfigTimer->setEnabled(true);
+        return;
+    }
+    if (index == 20) {
+        imgSetPageClose[20]->hide();
+        for (int i = 0; i <= 10; ++i)
+            if (!imgSetPageClose[i]->isHidden()) imgSetPageClose_Click(i);
+        imgSetPageOpen[20]->show();
+        return;
+    }
+    if (index < 0 || index > 10) return;
+    imgSetPageClose[index]->hide();
+    StartPageTimer(closePageTimer, index, false);
+}
+
+void frmConfig::StartPageTimer(std::array<VbTimer*, 11>& timers, int index, bool opening) {
+    VbTimer*& timer = timers[static_cast<std::size_t>(index)];
+    if (!timer) {
+        timer = new VbTimer(100, false, this);
+        if (opening)
+            timer->setHandler([this, index] { openPageTimer_Timer(index); });
+        else
+            timer->setHandler([this, index] { closePageTimer_Timer(index); });
+    }
+    timer->setInterval(100);
+    timer->setEnabled(true);
+}
+
+void frmConfig::openPageTimer_Timer(int index) {
+    PageAnimationStep(index, true);
+}
+
+void frmConfig::closePageTimer_Timer(int index) {
+    PageAnimationStep(index, false);
+}
+
+void frmConfig::PageAnimationStep(int index, bool opening) {
+    const auto k = static_cast<std::size_t>(index);
+    QWidget* page = setPage[k];
+    const int full = page->property("Tag").toString().toInt();
+    const int target = opening ? full : CollapsedPanelHeight;
+    const int step = PanelAnimationStep(page->height(), target);
+    page->resize(page->width(), page->height() + step);
+    MovePanelsBelow(index, step);
+
+    const bool done = opening ? page->height() >= full : page->height() <= CollapsedPanelHeight;
+    if (done) {
+        page->resize(page->width(), target);
+        std::array<VbTimer*, 11>& timers = opening ? openPageTimer : closePageTimer;
+        timers[k]->setEnabled(false);
+        page->update();
+        if (index > 0) {
+            // Each panel above 0 had a timer of its own for this one animation.
+            timers[k]->deleteLater();
+            timers[k] = nullptr;
+        }
+        if (opening) {
+            imgSetPageClose[index]->show();
+            if (index == 3) chkScrollPanos_Click();
+        } else {
+            imgSetPageOpen[index]->show();
+            if (index == 3) ScrollDemoTimer->setEnabled(false);
+        }
+    }
+    UpdatePageHolder();
+}
+
+void frmConfig::MovePanelsBelow(int index, int by) {
+    if (by == 0) return;
+    for (int i = index + 1; i <= 10; ++i) {
+        QWidget* page = setPage[static_cast<std::size_t>(i)];
+        page->move(page->x(), page->y() + by);
+    }
+}
+
+void frmConfig::expandConfigTimer_Timer() {
+    if (expandConfigTimer->Interval() == 50) {
+        const int bottom = lstImages[0]->geometry().bottom() + 1;
+        const int grown = std::min(height() + WindowResizeStep, bottom);
+        setFixedHeight(grown);
+        if (grown >= bottom) {
+            expandConfigTimer->setEnabled(false);
+            imgSetPageClose[21]->show();
+        }
+        return;
+    }
+    const int shrunk = std::max(height() - WindowResizeStep, RestFormHeight);
+    setFixedHeight(shrunk);
+    if (shrunk <= RestFormHeight) {
+        expandConfigTimer->setEnabled(false);
+        imgSetPageOpen[21]->show();
+    }
+}
+
+// --- Mouse: image buttons and dragging the window ------------------------------------------------
+
+bool frmConfig::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (watched == imgSkyBar && type == QEvent::MouseMove) {
+        // The clock tells the time of the quarter-hour under the pointer.
+        const int x = static_cast<QMouseEvent*>(event)->position().toPoint().x();
+        const int zone = SkyBarZoneWidth > 0 ? std::clamp(x / SkyBarZoneWidth, 0, 96) : 0;
+        QListWidgetItem* item = TimeList->item(zone);
+        lblNightModeClock->setText(item ? item->text() : QString());
+        return false;
+    }
+    if (watched == imgSkyBar && type == QEvent::Leave) lblNightModeClock->clear();
+    if (watched == secretShowShadowParms && type == QEvent::MouseButtonRelease) {
+        for (QWidget* w : std::initializer_list<QWidget*>{lblShadowParms[0], lblShadowParms[1],
+                                                          txtShadowSize, txtShadowDistance})
+            w->show();
+        return true;
+    }
+    if (type != QEvent::MouseButtonPress && type != QEvent::MouseButtonRelease)
+        return QWidget::eventFilter(watched, event);
+    if (static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) return true;
+    const bool press = type == QEvent::MouseButtonPress;
+    for (int i = 0; i < 4; ++i) {
+        const auto k = static_cast<std::size_t>(i);
+        if (watched == imgButton[k] && press) {
+            imgButton_MouseDown(i);
+            return true;
+        }
+        if (watched == imgButtonPressed[k] || watched == imgButton[k]) {
+            if (!press) imgButton_MouseUp(i);
+            return true;
+        }
+    }
+    for (auto& [index, image] : imgSetPageOpen) {
+        if (watched == image) {
+            if (!press) imgSetPageOpen_Click(index);
+            return true;
+        }
+    }
+    for (auto& [index, image] : imgSetPageClose) {
+        if (watched == image) {
+            if (!press) imgSetPageClose_Click(index);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void frmConfig::imgButton_MouseDown(int index) {
+    const auto k = static_cast<std::size_t>(index);
+    imgButtonPressed[k]->move(imgButton[k]->pos());
+    imgButtonPressed[k]->show();
+    // The release still goes to the button that took the press, under the pressed picture.
+    imgButtonPressed[k]->raise();
+}
+
+void frmConfig::imgButton_MouseUp(int index) {
+    const auto k = static_cast<std::size_t>(index);
+    imgButtonPressed[k]->hide();
+    switch (index) {
+    case 2:
+        // STAND-IN until the list manager: there is no row to delete yet.
+        break;
+    default:
+        // STAND-IN until the folder, web page and Flickr dialogs exist.
+        platform::MsgBox(QStringLiteral("Adding image lists is not available in this version."),
+                         platform::vbInformation, QStringLiteral("Tessaview"));
+        break;
+    }
+}
+
+void frmConfig::Form_MouseDown(const QPoint& pointer) {
+    DragStartPointer = pointer;
+    DragStartForm = pos();
+    DragActive = true;
+}
+
+void frmConfig::Form_MouseMove(const QPoint& pointer) {
+    if (!DragActive) return;
+    const QPoint target = DragStartForm + (pointer - DragStartPointer);
+    if (target != pos()) move(target);
+}
+
+void frmConfig::Form_MouseUp() {
+    DragActive = false;
+}
+
+void frmConfig::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) Form_MouseDown(event->globalPosition().toPoint());
+}
+
+void frmConfig::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() & Qt::LeftButton) Form_MouseMove(event->globalPosition().toPoint());
+}
+
+void frmConfig::mouseReleaseEvent(QMouseEvent* event) {
+    Q_UNUSED(event);
+    Form_MouseUp();
+}
+
+// --- Running and ending
+// ---------------------------------------------------------------------------
 
 void frmConfig::CenterOnScreen() {
     QScreen* screen = QGuiApplication::primaryScreen();
     if (!screen) return;
-    const QRect s = screen->geometry();
-    move(s.left() + (s.width() - width()) / 2, s.top() + (s.height() - height()) / 3);
+    const QRect s = screen->availableGeometry();
+    move(s.left() + (s.width() - width()) / 2, s.top() + std::max(0, (s.height() - height()) / 3));
 }
 
 void frmConfig::RunConfig() {
@@ -193,6 +764,7 @@ void frmConfig::CloseProgramFromConfig() {
         cmdOk->setEnabled(true);
         cmdCancel->setEnabled(true);
         cmdApply->setEnabled(ApplyWasEnabled);
+        if (!imgSetPageClose[3]->isHidden()) chkScrollPanos_Click();
         return;
     }
     Forms::UnloadAll();
@@ -200,6 +772,13 @@ void frmConfig::CloseProgramFromConfig() {
 
 // STAND-IN until the remaining list exists: there is never one to report.
 void frmConfig::CheckForRemainingList() {}
+
+// STAND-IN until the remaining list exists: there is nothing to reset.
+void frmConfig::cmdNukeRemlist_Click() {}
+
+void frmConfig::MarkChanged() {
+    if (!FormIsInitializing) cmdApply->setEnabled(true);
+}
 
 void frmConfig::cmdApply_Click() {
     SavePrefs();

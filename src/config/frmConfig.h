@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Forms.h"
+#include "config/ConfigGeometry.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -9,9 +10,9 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScrollArea>
-#include <QSlider>
+#include <QScrollBar>
 #include <QString>
+#include <QTreeWidget>
 #include <QWidget>
 #include <array>
 #include <cstdint>
@@ -21,15 +22,8 @@
 class ColourButton;
 class VbTimer;
 
-// The window's two heights for a screen of this many pixels: collapsed and expanded.
-struct ConfigHeights {
-    int collapsed;
-    int expanded;
-};
-ConfigHeights ConfigFormHeights(int screenHeightPixels);
-
 // The configuration window. It is also where the show finds its settings, and the form that
-// hands over between a show and the rest of the program.
+// hands over between a show and the rest of the program. Sizes and positions are in pixels.
 class frmConfig : public QWidget, public FormSingleton<frmConfig> {
     Q_OBJECT
 public:
@@ -49,10 +43,31 @@ public:
     void cmdCancel_Click();
     void cmdApply_Click();
     void cmdHelp_Click();
+    void cmdNukeRemlist_Click();
     void Form_Unload();
     void SavePrefs();
 
     bool GetApplyWasEnabled() const { return ApplyWasEnabled; }
+
+    // --- The shell: sizes, the accordion of panels, the window's growth ------------------------
+    void FormatConfigForm();
+    void UpdatePageHolder();
+    void imgSetPageOpen_Click(int index);
+    void imgSetPageClose_Click(int index);
+    void openPageTimer_Timer(int index);
+    void closePageTimer_Timer(int index);
+    void expandConfigTimer_Timer();
+    void portalScroll_Change();
+    void imgButton_MouseDown(int index);
+    void imgButton_MouseUp(int index);
+    void Add_ColumnHeaders();
+    void ScanAndLoadImageLists(const QString& folder);
+    void ShowHideFileDetails(bool visible);
+    void Form_MouseDown(const QPoint& pointer);
+    void Form_MouseMove(const QPoint& pointer);
+    void Form_MouseUp();
+    // Anything that changes a setting calls this; saving clears it.
+    void MarkChanged();
 
     // --- The preferences file and the helpers it calls ------------------------------------
     void DefaultPrefs();
@@ -61,19 +76,41 @@ public:
     QString PrefsText() const;
     void SetLayoutSlider(int index, int percent);
     float GetLayoutSetting(int slider) const;
+    void BalanceLayoutSettings(int changedIndex);
     void SetNightModeSkyBar(int startZone, int endZone);
+    void AdjustSkyBarMask();
     int GetNightModeSetting(int n) const;
     void InitTimeList();
     void FillFontComboBox();
     static bool FindInComboBox(const QString& text, QComboBox* combo);
     void UpdateCaptionExample();
-    static void LoadPreview(const QString& path, QLabel* picture);
-    void ShowMultiMonDetail();
+    void LoadPreview(const QString& path, QLabel* picture);
+    void SetBackgroundWarning();
+    void CheckForImageMask();
+    void CheckIfShowRandBackgroundImage();
+
+    // Handlers with more to them than marking the change.
+    void chkLayout_Click(int index);
     void chkUseImageMasks_Click();
     void optRandomImageMasks_Click();
+    void chkBlackAndWhite_Click();
     void chkAddContrastToBW_Click();
+    void chkAddShadows_Click();
+    void chkAddWhiteBorder_Click();
+    void chkWidescreen_Click();
+    void chkScrollPanos_Click();
     void chkScrollAllVerticalImages_Click();
-    void SetStackedPreview();
+    void chkUseBackgroundImages_Click();
+    void optBackgroundImage_Click();
+    void chkMultiMonUseMinHeight_Click();
+    void cmbMultiMonOption_Click();
+    void cmdBold_Click();
+    void cmdItalic_Click();
+    void cmdCapColour_Click();
+    void cmdCapBack_Click();
+    void cmdBorderColour_Click();
+    void cmdChangeBackgroundColour_Click();
+    void ScrollDemoTimer_Timer();
 
     // The percentages of the sliders, by slider number (0-2 layouts, 10 masks, 11 background
     // images, 12 black and white).
@@ -86,19 +123,61 @@ public:
     bool FormIsInitializing = false;
     bool ApplyWasEnabled = false;
     QString PrefsFileName;
+    QString MyPicturesFolder;
 
+    int ScreenHeightPixels = 0;
+    int CollapsedFormHeight = 0;
+    int ExpandedFormHeight = 0;
+    int RestFormHeight = 0;
+    int SkyBarZoneWidth = 0;
+    bool DragActive = false;
+    QPoint DragStartPointer;
+    QPoint DragStartForm;
+
+    // --- Shell controls ------------------------------------------------------------------------
     QPushButton* cmdRunShow = nullptr;
     QPushButton* cmdOk = nullptr;
     QPushButton* cmdCancel = nullptr;
     QPushButton* cmdApply = nullptr;
     QPushButton* cmdHelp = nullptr;
+    QPushButton* cmdNukeRemlist = nullptr;
+    QPushButton* cmdRescanNow = nullptr;
     QLabel* lblVersion = nullptr;
 
-    // --- Settings controls, by panel ---------------------------------------------------------
-    QScrollArea* Portal = nullptr;
+    QWidget* Portal = nullptr;
     QWidget* PageHolder = nullptr;
+    QScrollBar* portalScroll = nullptr;
+    // The panels; each keeps its full height in its "Tag" property.
     std::array<QWidget*, 11> setPage{};
+    // Indexed 0-10 for the panels, 20 for all panels, 21 for the window.
+    std::map<int, QLabel*> imgSetPageOpen;
+    std::map<int, QLabel*> imgSetPageClose;
+    // Element 0 always exists; the others are made for one animation and dropped after it.
+    std::array<VbTimer*, 11> openPageTimer{};
+    std::array<VbTimer*, 11> closePageTimer{};
+    VbTimer* expandConfigTimer = nullptr;
+    VbTimer* StopShowTimer = nullptr;
+    VbTimer* ScrollDemoTimer = nullptr;
+    VbTimer* KillShow = nullptr;
 
+    QTreeWidget* lvwFolderList = nullptr;
+    // One list of image entries per row of lvwFolderList; element 0 fixes place and size.
+    std::vector<QListWidget*> lstImages;
+    QWidget* imgFileDetailsBacker = nullptr;
+    QLabel* lblLocation = nullptr;
+    QLabel* lblImageCount = nullptr;
+    QLabel* lblLastScan = nullptr;
+    QLabel* lblNextScan = nullptr;
+    std::map<int, QLabel*> lblOption;
+    QPushButton* cmdOpenURLinBrowser = nullptr;
+    std::array<QLabel*, 4> imgButton{};
+    std::array<QLabel*, 4> imgButtonPressed{};
+    QListWidget* lstTempImageList = nullptr;
+    QListWidget* lstTemp2 = nullptr;
+    QListWidget* TimeList = nullptr;
+    QLabel* tempPic = nullptr;
+
+    // --- Settings controls, by panel ---------------------------------------------------------
     QCheckBox* chkDebug = nullptr;
     QLineEdit* txtImageInterval = nullptr;
     QLineEdit* txtCrossfadeTime = nullptr;
@@ -115,10 +194,15 @@ public:
     QLineEdit* txtRandomBackgroundChangeInterval = nullptr;
     QCheckBox* chkUseLocalBackground = nullptr;
     QLabel* picBackgroundPreview = nullptr;
+    QLabel* picRandomBackground = nullptr;
     QLabel* lblBackgroundImagesFolder = nullptr;
+    QLabel* lblBackgroundWarning = nullptr;
 
     QCheckBox* chkScrollPanos = nullptr;
     QCheckBox* chkScrollAllVerticalImages = nullptr;
+    QWidget* picPanoDemo = nullptr;
+    QLabel* picPanoDemoScroller = nullptr;
+    bool PanoDemoMovingLeft = true;
 
     QCheckBox* chkShowCaptions = nullptr;
     QComboBox* cmbFontSize = nullptr;
@@ -127,6 +211,10 @@ public:
     QLabel* CaptionExample = nullptr;
     std::uint32_t CaptionForeColor = 0;
     std::uint32_t CaptionBackColor = 0;
+    QPushButton* cmdBold = nullptr;
+    QPushButton* cmdItalic = nullptr;
+    QPushButton* cmdCapColour = nullptr;
+    QPushButton* cmdCapBack = nullptr;
     std::array<QCheckBox*, 2> chkCapFileName{};
     std::array<QCheckBox*, 2> chkCapFileNameFullPath{};
     std::array<QCheckBox*, 2> chkCapFolderName{};
@@ -142,6 +230,8 @@ public:
     QCheckBox* chkUseDSCFilter = nullptr;
     QComboBox* cmbDSCFilter = nullptr;
     QListWidget* lstDSCFilter = nullptr;
+    QPushButton* cmdAddPrefix = nullptr;
+    QPushButton* cmdRemovePrefix = nullptr;
 
     QCheckBox* chkEnableMultiMon = nullptr;
     QComboBox* cmbMultiMonOption = nullptr;
@@ -151,11 +241,16 @@ public:
     QCheckBox* chkNightMode = nullptr;
     QRadioButton* optTurnMonitorOFF = nullptr;
     QRadioButton* optNightModeBlankScreen = nullptr;
+    QLabel* imgSkyBar = nullptr;
+    std::array<QLabel*, 2> imgSkyTab{};
+    std::array<QLabel*, 2> imgSkyMask{};
     std::array<QLabel*, 2> lblTime{};
-    QListWidget* TimeList = nullptr;
+    QLabel* lblNightModeClock = nullptr;
 
     std::array<QCheckBox*, 3> chkLayout{};
-    std::map<int, QSlider*> imgLayoutSlider;
+    // By slider number, like SliderPercent.
+    std::map<int, QLabel*> LayoutSliderBar;
+    std::map<int, QLabel*> imgLayoutSlider;
     std::map<int, QLabel*> lblLayoutSetting;
     QLineEdit* txtMaxStackedImages = nullptr;
     QCheckBox* chkStopStackIfPano = nullptr;
@@ -167,14 +262,23 @@ public:
     QCheckBox* chkUseImageMasks = nullptr;
     QLineEdit* txtImageMask = nullptr;
     QLabel* picMaskPreview = nullptr;
+    QLabel* imgNoImageMask = nullptr;
+    QLabel* imgRandomMask = nullptr;
+    QLabel* lblImageMaskWarning = nullptr;
     QRadioButton* optRandomImageMasks = nullptr;
     QRadioButton* optUseSpecificMask = nullptr;
     QLineEdit* txtRandomMaskChangeInterval = nullptr;
     QCheckBox* chkAddShadows = nullptr;
+    QLabel* imgShadowON = nullptr;
+    QLabel* imgShadowOff = nullptr;
     QLineEdit* txtShadowSize = nullptr;
     QLineEdit* txtShadowDistance = nullptr;
+    std::array<QLabel*, 2> lblShadowParms{};
+    QLabel* secretShowShadowParms = nullptr;
     QCheckBox* chkBlackAndWhite = nullptr;
     QCheckBox* chkAddContrastToBW = nullptr;
+    QLabel* imgBW = nullptr;
+    QLabel* imgBW_contrast = nullptr;
 
     QCheckBox* chkPlaySound = nullptr;
     QLineEdit* txtSoundFile = nullptr;
@@ -187,6 +291,8 @@ public:
     QRadioButton* optSpecificPlayList = nullptr;
 
     QCheckBox* chkWidescreen = nullptr;
+    QLabel* imgWidescreen = nullptr;
+    QLabel* imgWidescreenStretched = nullptr;
     QCheckBox* chkShowStatus = nullptr;
     QCheckBox* chkVetCache = nullptr;
     QCheckBox* chkExitOnESC = nullptr;
@@ -194,14 +300,24 @@ public:
     QCheckBox* chkExitOnMouse = nullptr;
     QCheckBox* chkExitOnClick = nullptr;
 
-    VbTimer* StopShowTimer = nullptr;
-    VbTimer* ScrollDemoTimer = nullptr;
-
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     void CenterOnScreen();
+    void BuildShell();
     void BuildSettingsPanels();
+    void BuildPageHeading(int index, QWidget* heading);
+    QLabel* MakeClickableImage(QWidget* parent, const QString& name, const QString& resource,
+                               QSize size);
+    void WireChangeTracking();
+    void StartPageTimer(std::array<VbTimer*, 11>& timers, int index, bool opening);
+    void PageAnimationStep(int index, bool opening);
+    void MovePanelsBelow(int index, int by);
     bool unloading_ = false;
+    bool expanding_ = false;
 };

@@ -108,16 +108,6 @@ void SetOption(QRadioButton* on, QRadioButton* other, bool value) {
 
 // --- Helpers the reading calls --------------------------------------------------------------
 
-void frmConfig::SetLayoutSlider(int index, int percent) {
-    SliderPercent[index] = static_cast<float>(percent);
-    if (auto it = lblLayoutSetting.find(index); it != lblLayoutSetting.end())
-        it->second->setText(QStringLiteral("%1 %").arg(percent));
-    if (auto it = imgLayoutSlider.find(index); it != imgLayoutSlider.end()) {
-        QSignalBlocker block(it->second);
-        it->second->setValue(qBound(0, percent, 100));
-    }
-}
-
 float frmConfig::GetLayoutSetting(int slider) const {
     auto it = SliderPercent.find(slider);
     return it == SliderPercent.end() ? 0.0f : it->second;
@@ -134,16 +124,6 @@ void frmConfig::InitTimeList() {
         }
     }
     TimeList->addItem(QStringLiteral("0:00 am"));
-}
-
-// STAND-IN for the sky bar itself: the zones and their time labels are kept; the bar, its tabs
-// and its night shading arrive with the night-mode panel.
-void frmConfig::SetNightModeSkyBar(int startZone, int endZone) {
-    NightZoneRange = {startZone, endZone};
-    for (int i = 0; i < 2; ++i) {
-        QListWidgetItem* item = TimeList->item(NightZoneRange[static_cast<std::size_t>(i)]);
-        lblTime[static_cast<std::size_t>(i)]->setText(item ? item->text() : QString());
-    }
 }
 
 int frmConfig::GetNightModeSetting(int n) const {
@@ -182,45 +162,9 @@ void frmConfig::UpdateCaptionExample() {
             .arg(ColourFromValue(CaptionForeColor).name(),
                  ColourFromValue(CaptionBackColor).name()));
     CaptionExample->adjustSize();
-    if (!FormIsInitializing) cmdApply->setEnabled(true);
-}
-
-void frmConfig::LoadPreview(const QString& path, QLabel* picture) {
-    picture->clear();
-    if (path.isEmpty()) return;
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    const QImage image = reader.read();
-    if (image.isNull()) return;
-    picture->setPixmap(QPixmap::fromImage(
-        image.scaled(picture->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation)));
-}
-
-void frmConfig::ShowMultiMonDetail() {
-    const bool separate = cmbMultiMonOption->currentIndex() == 0;
-    lblMultiMonDetail[0]->setVisible(separate);
-    lblMultiMonDetail[1]->setVisible(!separate);
-}
-
-void frmConfig::SetStackedPreview() {
-    for (QLabel* p : picStackedPreview)
-        p->hide();
-    picStackedPreview[chkAddWhiteBorder->isChecked() ? 1 : 0]->show();
-}
-
-// STAND-IN for the effect panels' own rules: each of these marks the change; what they enable
-// and show arrives with the layout and effects panels.
-void frmConfig::chkUseImageMasks_Click() {
-    if (!FormIsInitializing) cmdApply->setEnabled(true);
-}
-void frmConfig::optRandomImageMasks_Click() {
-    if (!FormIsInitializing) cmdApply->setEnabled(true);
-}
-void frmConfig::chkAddContrastToBW_Click() {
-    if (!FormIsInitializing) cmdApply->setEnabled(true);
-}
-void frmConfig::chkScrollAllVerticalImages_Click() {
-    if (!FormIsInitializing) cmdApply->setEnabled(true);
+    CaptionExample->move((CaptionFrame->width() - CaptionExample->width()) / 2,
+                         (CaptionFrame->height() - CaptionExample->height()) / 2);
+    MarkChanged();
 }
 
 // --- Factory values -------------------------------------------------------------------------
@@ -311,8 +255,8 @@ void frmConfig::DefaultPrefs() {
     for (auto [slider, percent] : {std::pair{0, 100}, {1, 0}, {2, 0}, {10, 25}, {11, 100}, {12, 0}})
         SetLayoutSlider(slider, percent);
     SetNightModeSkyBar(88, 28);
-    SetStackedPreview();
-    ShowMultiMonDetail();
+    chkAddWhiteBorder_Click();
+    cmbMultiMonOption_Click();
 }
 
 // --- Writing --------------------------------------------------------------------------------
@@ -553,7 +497,7 @@ void frmConfig::LoadPrefs() {
             } else if (key == QLatin1String("ENABLEMULTIMONITORS")) {
                 SetChk(chkEnableMultiMon, f[1]);
                 SetIdx(cmbMultiMonOption, f[2]);
-                ShowMultiMonDetail();
+                cmbMultiMonOption_Click();
             } else if (key == QLatin1String("MULTIMONUSEMINHEIGHT")) {
                 SetChk(chkMultiMonUseMinHeight, f[1]);
             } else if (key == QLatin1String("NIGHT MODE")) {
@@ -579,7 +523,7 @@ void frmConfig::LoadPrefs() {
                 SetChk(chkAddWhiteBorder, f[1]);
                 cmdBorderColour->setBackColor(ToColour(f[2]));
                 SetIdx(cmbBorderPercent, f[3]);
-                SetStackedPreview();
+                chkAddWhiteBorder_Click();
             } else if (key == QLatin1String("USEIMAGEMASKS")) {
                 SetChk(chkUseImageMasks, f[1]);
                 const float pct = static_cast<float>(vb::Val(f[2]));

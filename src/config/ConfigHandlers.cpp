@@ -1,0 +1,384 @@
+// What the configuration window's controls do when they change: marking the change, and
+// keeping the panels' samples, sliders and sky bar in step with the settings.
+#include "app/Common.h"
+#include "app/VbNumbers.h"
+#include "app/modMain.h"
+#include "config/ColourButton.h"
+#include "config/ConfigGeometry.h"
+#include "config/frmConfig.h"
+#include "platform/Dialogs.h"
+#include "platform/FileListing.h"
+#include "platform/VbTimer.h"
+
+#include <QImageReader>
+#include <QPixmap>
+
+void frmConfig::WireChangeTracking() {
+    auto mark = [this] { MarkChanged(); };
+    // Check boxes and option buttons report programmatic changes too, as loading the file
+    // relies on; an option button counts only when it becomes the chosen one.
+    for (QCheckBox* box : std::initializer_list<QCheckBox*>{
+             chkEnableMultiMon, chkExitOnESC, chkExitOnKey, chkExitOnMouse, chkExitOnClick,
+             chkFloatingCaptions, chkNightMode, chkPlayMusic, chkShowCaptions, chkShowStatus,
+             chkStopStackIfPano, chkUseDSCFilter, chkUseLocalBackground, chkVetCache,
+             chkShowExtension, chkUseKeyWord, chkPlaySound})
+        connect(box, &QCheckBox::toggled, this, mark);
+    for (auto* group : {&chkCapDimensions, &chkCapEXIFDate, &chkCapEXIFDescription, &chkCapFileName,
+                        &chkCapFileNameFullPath, &chkCapFolderName, &chkCapFolderNameFullPath})
+        for (QCheckBox* box : *group)
+            connect(box, &QCheckBox::toggled, this, mark);
+    auto chosen = [this](QRadioButton* option, std::function<void()> handler) {
+        connect(option, &QRadioButton::toggled, this, [handler](bool on) {
+            if (on) handler();
+        });
+    };
+    for (QRadioButton* option : std::initializer_list<QRadioButton*>{
+             optNightModeBlankScreen, optTurnMonitorOFF, optRandomMusicFromFolder,
+             optSpecificPlayList, optRandomSound, optSpecificSound})
+        chosen(option, mark);
+    for (int p = 1; p <= 6; ++p) {
+        chosen(Position1[static_cast<std::size_t>(p)], mark);
+        chosen(Position2[static_cast<std::size_t>(p)], mark);
+    }
+    for (QComboBox* combo : std::initializer_list<QComboBox*>{cmbBorderPercent, cmbDSCFilter,
+                                                              cmbImageOrder, cmbTileBackground})
+        connect(combo, &QComboBox::currentIndexChanged, this, mark);
+    for (QLineEdit* box : std::initializer_list<QLineEdit*>{
+             txtCrossfadeTime, txtImageInterval, txtMaxStackedImages,
+             txtRandomBackgroundChangeInterval, txtRandomMaskChangeInterval, txtShadowDistance,
+             txtShadowSize, txtKeyword, txtSoundFile, txtMusicPlaylist})
+        connect(box, &QLineEdit::textChanged, this, mark);
+
+    for (int i = 0; i < 3; ++i)
+        connect(chkLayout[static_cast<std::size_t>(i)], &QCheckBox::toggled, this,
+                [this, i] { chkLayout_Click(i); });
+    connect(chkUseImageMasks, &QCheckBox::toggled, this, [this] { chkUseImageMasks_Click(); });
+    chosen(optRandomImageMasks, [this] { optRandomImageMasks_Click(); });
+    chosen(optUseSpecificMask, [this] { optRandomImageMasks_Click(); });
+    connect(chkBlackAndWhite, &QCheckBox::toggled, this, [this] { chkBlackAndWhite_Click(); });
+    connect(chkAddContrastToBW, &QCheckBox::toggled, this, [this] { chkAddContrastToBW_Click(); });
+    connect(chkAddShadows, &QCheckBox::toggled, this, [this] { chkAddShadows_Click(); });
+    connect(chkAddWhiteBorder, &QCheckBox::toggled, this, [this] { chkAddWhiteBorder_Click(); });
+    connect(chkWidescreen, &QCheckBox::toggled, this, [this] { chkWidescreen_Click(); });
+    connect(chkScrollPanos, &QCheckBox::toggled, this, [this] { chkScrollPanos_Click(); });
+    connect(chkScrollAllVerticalImages, &QCheckBox::toggled, this,
+            [this] { chkScrollAllVerticalImages_Click(); });
+    connect(chkUseBackgroundImages, &QCheckBox::toggled, this,
+            [this] { chkUseBackgroundImages_Click(); });
+    chosen(optRandomBackgroundImage, [this] { optBackgroundImage_Click(); });
+    chosen(optSpecificbackgroundImage, [this] { optBackgroundImage_Click(); });
+    connect(txtBackgroundImage, &QLineEdit::textChanged, this, [this] {
+        MarkChanged();
+        SetBackgroundWarning();
+    });
+    connect(txtImageMask, &QLineEdit::textChanged, this, [this] {
+        MarkChanged();
+        CheckForImageMask();
+    });
+    connect(chkMultiMonUseMinHeight, &QCheckBox::toggled, this,
+            [this] { chkMultiMonUseMinHeight_Click(); });
+    connect(cmbMultiMonOption, &QComboBox::currentIndexChanged, this,
+            [this] { cmbMultiMonOption_Click(); });
+    connect(cmbFontList, &QComboBox::currentIndexChanged, this, [this] { UpdateCaptionExample(); });
+    connect(cmbFontSize, &QComboBox::currentIndexChanged, this, [this] { UpdateCaptionExample(); });
+    connect(cmdBold, &QPushButton::clicked, this, [this] { cmdBold_Click(); });
+    connect(cmdItalic, &QPushButton::clicked, this, [this] { cmdItalic_Click(); });
+    connect(cmdCapColour, &QPushButton::clicked, this, [this] { cmdCapColour_Click(); });
+    connect(cmdCapBack, &QPushButton::clicked, this, [this] { cmdCapBack_Click(); });
+    connect(cmdBorderColour, &QPushButton::clicked, this, [this] { cmdBorderColour_Click(); });
+    connect(cmdChangeBackgroundColour, &QPushButton::clicked, this,
+            [this] { cmdChangeBackgroundColour_Click(); });
+}
+
+// --- Sliders ---------------------------------------------------------------------------------
+
+void frmConfig::SetLayoutSlider(int index, int percent) {
+    SliderPercent[index] = static_cast<float>(percent);
+    if (auto it = lblLayoutSetting.find(index); it != lblLayoutSetting.end())
+        it->second->setText(QStringLiteral("%1 %").arg(percent));
+    auto bar = LayoutSliderBar.find(index);
+    auto knob = imgLayoutSlider.find(index);
+    if (bar == LayoutSliderBar.end() || knob == imgLayoutSlider.end()) return;
+    const int position =
+        SliderKnobPosition(static_cast<float>(percent), bar->second->x(), bar->second->width());
+    knob->second->move(position, knob->second->y());
+}
+
+void frmConfig::BalanceLayoutSettings(int changedIndex) {
+    std::array<float, 3> percent{};
+    std::array<bool, 3> checked{};
+    int count = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        percent[i] = SliderPercent[static_cast<int>(i)];
+        checked[i] = chkLayout[i]->isChecked();
+        count += checked[i] ? 1 : 0;
+    }
+    if (count == 0) return;
+    BalanceLayoutPercents(percent, checked, changedIndex);
+    for (int i = 0; i < 3; ++i) {
+        const float p = percent[static_cast<std::size_t>(i)];
+        SliderPercent[i] = p;
+        // One checked layout pins all three; otherwise the moved one keeps its own place.
+        if (count == 1 || i != changedIndex) SetLayoutSlider(i, vb::CInt(p));
+    }
+}
+
+void frmConfig::chkLayout_Click(int index) {
+    if (FormIsInitializing) return;
+    if (!chkLayout[static_cast<std::size_t>(index)]->isChecked()) {
+        SliderPercent[index] = 0.0f;
+        SetLayoutSlider(index, 0);
+    }
+    BalanceLayoutSettings(index);
+    MarkChanged();
+}
+
+// --- Night-mode sky bar ----------------------------------------------------------------------
+
+void frmConfig::SetNightModeSkyBar(int startZone, int endZone) {
+    NightZoneRange = {startZone, endZone};
+    for (std::size_t i = 0; i < 2; ++i) {
+        QLabel* tab = imgSkyTab[i];
+        tab->move(
+            SkyTabPosition(NightZoneRange[i], imgSkyBar->x(), imgSkyBar->width(), tab->width()),
+            imgSkyBar->y() + (imgSkyBar->height() - tab->height()) / 2 + 5);
+    }
+    AdjustSkyBarMask();
+    for (std::size_t i = 0; i < 2; ++i) {
+        QListWidgetItem* item = TimeList->item(NightZoneRange[i]);
+        lblTime[i]->setText(item ? item->text() : QString());
+    }
+}
+
+void frmConfig::AdjustSkyBarMask() {
+    const auto spans = SkyMaskSpans(imgSkyTab[0]->x(), imgSkyTab[1]->x(), imgSkyBar->x(),
+                                    imgSkyBar->width(), imgSkyTab[0]->width());
+    for (std::size_t i = 0; i < 2; ++i) {
+        imgSkyMask[i]->setGeometry(spans[i].left, imgSkyBar->y(), std::max(0, spans[i].width),
+                                   imgSkyBar->height());
+        imgSkyMask[i]->setVisible(spans[i].visible);
+    }
+    for (QLabel* tab : imgSkyTab)
+        tab->raise();
+}
+
+// --- Effects and their samples -----------------------------------------------------------------
+
+void frmConfig::chkBlackAndWhite_Click() {
+    chkAddContrastToBW->setEnabled(chkBlackAndWhite->isChecked());
+    MarkChanged();
+}
+
+void frmConfig::chkAddContrastToBW_Click() {
+    const bool contrast = chkAddContrastToBW->isChecked();
+    imgBW_contrast->setVisible(contrast);
+    imgBW->setVisible(!contrast);
+    MarkChanged();
+}
+
+void frmConfig::chkAddShadows_Click() {
+    const bool on = chkAddShadows->isChecked();
+    imgShadowON->setVisible(on);
+    imgShadowOff->setVisible(!on);
+    MarkChanged();
+}
+
+void frmConfig::chkAddWhiteBorder_Click() {
+    for (QLabel* p : picStackedPreview)
+        p->hide();
+    picStackedPreview[chkAddWhiteBorder->isChecked() ? 1 : 0]->show();
+    MarkChanged();
+}
+
+void frmConfig::chkWidescreen_Click() {
+    const bool on = chkWidescreen->isChecked();
+    imgWidescreen->setVisible(on);
+    imgWidescreenStretched->setVisible(!on);
+    MarkChanged();
+}
+
+void frmConfig::chkScrollPanos_Click() {
+    const bool on = chkScrollPanos->isChecked();
+    if (on) {
+        picPanoDemoScroller->show();
+        // The demo runs only while its panel is open: the close arrow shows that it is.
+        auto close = imgSetPageClose.find(3);
+        if (close != imgSetPageClose.end() && !close->second->isHidden())
+            ScrollDemoTimer->setEnabled(true);
+    } else {
+        ScrollDemoTimer->setEnabled(false);
+        picPanoDemoScroller->hide();
+    }
+    chkScrollAllVerticalImages->setEnabled(on);
+    MarkChanged();
+}
+
+void frmConfig::chkScrollAllVerticalImages_Click() {
+    MarkChanged();
+}
+
+void frmConfig::ScrollDemoTimer_Timer() {
+    const int travel = picPanoDemoScroller->width() - picPanoDemo->width();
+    const int left = picPanoDemoScroller->x();
+    if (PanoDemoMovingLeft) {
+        picPanoDemoScroller->move(left - 1, 0);
+        if (picPanoDemoScroller->x() < -travel) PanoDemoMovingLeft = false;
+    } else {
+        picPanoDemoScroller->move(left + 1, 0);
+        if (picPanoDemoScroller->x() >= 0) PanoDemoMovingLeft = true;
+    }
+}
+
+void frmConfig::chkUseBackgroundImages_Click() {
+    SetBackgroundWarning();
+    const bool on = chkUseBackgroundImages->isChecked();
+    for (QWidget* w : std::initializer_list<QWidget*>{
+             optSpecificbackgroundImage, optRandomBackgroundImage, txtBackgroundImage,
+             txtRandomBackgroundChangeInterval, cmbTileBackground, lblBackgroundImagesFolder})
+        w->setEnabled(on);
+    MarkChanged();
+}
+
+void frmConfig::optBackgroundImage_Click() {
+    MarkChanged();
+    CheckIfShowRandBackgroundImage();
+    SetBackgroundWarning();
+}
+
+void frmConfig::CheckIfShowRandBackgroundImage() {
+    const bool random = optRandomBackgroundImage->isChecked();
+    picRandomBackground->move(picBackgroundPreview->pos());
+    picRandomBackground->setVisible(random);
+    picBackgroundPreview->setVisible(!random);
+}
+
+void frmConfig::SetBackgroundWarning() {
+    lblBackgroundWarning->hide();
+    if (!chkUseBackgroundImages->isChecked()) return;
+    if (optRandomBackgroundImage->isChecked()) {
+        const QString folder = InstallDir + QStringLiteral("/Backgrounds");
+        if (common::FileExists(folder)) {
+            if (platform::FileList(folder, QStringLiteral("*.*")).isEmpty()) {
+                lblBackgroundWarning->setText(QStringLiteral("There are no background images"));
+                lblBackgroundWarning->show();
+            }
+        } else {
+            lblBackgroundWarning->setText(QStringLiteral("Missing Backgrounds folder"));
+            lblBackgroundWarning->show();
+        }
+    } else if (!common::FileExists(txtBackgroundImage->text())) {
+        lblBackgroundWarning->setText(QStringLiteral("The background image doesn't exist"));
+        lblBackgroundWarning->show();
+    }
+}
+
+void frmConfig::chkUseImageMasks_Click() {
+    CheckForImageMask();
+    const bool on = chkUseImageMasks->isChecked();
+    for (QWidget* w :
+         std::initializer_list<QWidget*>{optRandomImageMasks, optUseSpecificMask, txtImageMask,
+                                         txtRandomMaskChangeInterval, lblLayoutSetting[10]})
+        w->setEnabled(on);
+    if (on) {
+        optRandomImageMasks_Click();
+    } else {
+        imgRandomMask->hide();
+        imgNoImageMask->show();
+        imgNoImageMask->raise();
+    }
+    MarkChanged();
+}
+
+void frmConfig::optRandomImageMasks_Click() {
+    CheckForImageMask();
+    imgNoImageMask->hide();
+    if (optRandomImageMasks->isChecked()) {
+        imgRandomMask->show();
+        imgRandomMask->raise();
+    } else {
+        imgRandomMask->hide();
+        LoadPreview(txtImageMask->text(), picMaskPreview);
+    }
+    MarkChanged();
+}
+
+void frmConfig::CheckForImageMask() {
+    const bool missing = chkUseImageMasks->isChecked() && !optRandomImageMasks->isChecked() &&
+                         !common::FileExists(txtImageMask->text());
+    lblImageMaskWarning->setText(missing ? QStringLiteral("The image mask file doesn't exist")
+                                         : QString());
+    lblImageMaskWarning->setVisible(missing);
+}
+
+void frmConfig::LoadPreview(const QString& path, QLabel* picture) {
+    picture->clear();
+    if (path.isEmpty()) return;
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QImage image = reader.read();
+    if (image.isNull()) return;
+    // The wider side fills the box and the other follows the picture's proportions.
+    const QSize box = picture->size();
+    QSize fitted;
+    if (image.width() >= image.height())
+        fitted = QSize(box.width(), box.width() * image.height() / image.width());
+    else
+        fitted = QSize(box.height() * image.width() / image.height(), box.height());
+    picture->setPixmap(
+        QPixmap::fromImage(image.scaled(fitted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)));
+}
+
+void frmConfig::chkMultiMonUseMinHeight_Click() {
+    MarkChanged();
+}
+
+void frmConfig::cmbMultiMonOption_Click() {
+    const bool separate = cmbMultiMonOption->currentIndex() != 1;
+    lblMultiMonDetail[0]->setVisible(separate);
+    lblMultiMonDetail[1]->setVisible(!separate);
+    MarkChanged();
+}
+
+// --- Caption font and the colours -----------------------------------------------------------
+
+void frmConfig::cmdBold_Click() {
+    QFont f = CaptionExample->font();
+    f.setBold(!f.bold());
+    CaptionExample->setFont(f);
+    UpdateCaptionExample();
+}
+
+void frmConfig::cmdItalic_Click() {
+    QFont f = CaptionExample->font();
+    f.setItalic(!f.italic());
+    CaptionExample->setFont(f);
+    UpdateCaptionExample();
+}
+
+void frmConfig::cmdCapColour_Click() {
+    if (auto c = platform::ChooseColour(ColourFromValue(CaptionForeColor))) {
+        CaptionForeColor = ValueFromColour(*c);
+        UpdateCaptionExample();
+    }
+    MarkChanged();
+}
+
+void frmConfig::cmdCapBack_Click() {
+    if (auto c = platform::ChooseColour(ColourFromValue(CaptionBackColor))) {
+        CaptionBackColor = ValueFromColour(*c);
+        UpdateCaptionExample();
+    }
+    MarkChanged();
+}
+
+void frmConfig::cmdBorderColour_Click() {
+    if (auto c = platform::ChooseColour(cmdBorderColour->colour()))
+        cmdBorderColour->setBackColor(ValueFromColour(*c));
+    MarkChanged();
+}
+
+void frmConfig::cmdChangeBackgroundColour_Click() {
+    if (auto c = platform::ChooseColour(cmdChangeBackgroundColour->colour()))
+        cmdChangeBackgroundColour->setBackColor(ValueFromColour(*c));
+    MarkChanged();
+}

@@ -1,0 +1,324 @@
+#include "TestSupport.h"
+#include "config/ConfigGeometry.h"
+#include "platform/Endpoints.h"
+#include "platform/Shell.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace {
+
+class ConfigShell : public FormsFixture {
+protected:
+    void SetUp() override {
+        FormsFixture::SetUp();
+        config = frmConfig::instance();
+        Forms::SetLastFormHandler([this] { lastFormGone = true; });
+    }
+    void TearDown() override {
+        FormsFixture::TearDown();
+        Forms::SetLastFormHandler(nullptr);
+    }
+    QWidget* Page(int i) { return config->setPage[static_cast<std::size_t>(i)]; }
+    int Tag(int i) { return Page(i)->property("Tag").toString().toInt(); }
+    // Runs a panel's animation to its end; returns the heights it passed through.
+    std::vector<int> Animate(std::array<VbTimer*, 11>& timers, int index) {
+        std::vector<int> heights;
+        for (int tick = 0; tick < 50 && timers[static_cast<std::size_t>(index)] &&
+                           timers[static_cast<std::size_t>(index)]->Enabled();
+             ++tick) {
+            timers[static_cast<std::size_t>(index)]->fire();
+            heights.push_back(Page(index)->height());
+        }
+        return heights;
+    }
+    bool PanelsTouch() {
+        for (int i = 1; i <= 10; ++i)
+            if (Page(i)->y() != Page(i - 1)->y() + Page(i - 1)->height()) return false;
+        return true;
+    }
+
+    frmConfig* config = nullptr;
+    bool lastFormGone = false;
+};
+
+} // namespace
+
+TEST_F(ConfigShell, StartsWithEveryPanelCollapsedInAWindowOfTheTableHeight) {
+    const int screen = QGuiApplication::primaryScreen()->geometry().height();
+    EXPECT_EQ(config->ScreenHeightPixels, screen);
+    EXPECT_EQ(config->CollapsedFormHeight, ConfigFormHeights(screen).collapsed);
+    EXPECT_EQ(config->height(), config->Portal->y() + config->Portal->height() + 14);
+    EXPECT_EQ(config->Portal->height(), config->CollapsedFormHeight - 70);
+    EXPECT_EQ(config->lvwFolderList->height(), config->CollapsedFormHeight - 279);
+    EXPECT_EQ(config->RestFormHeight, config->height());
+    EXPECT_EQ(config->lstImages[0]->y(), config->CollapsedFormHeight);
+    EXPECT_EQ(config->lstImages[0]->height(),
+              config->ExpandedFormHeight - config->CollapsedFormHeight);
+    for (int i = 0; i <= 10; ++i) {
+        EXPECT_EQ(Page(i)->height(), CollapsedPanelHeight) << i;
+        EXPECT_GT(Tag(i), CollapsedPanelHeight) << i;
+        EXPECT_FALSE(config->imgSetPageOpen[i]->isHidden());
+        EXPECT_TRUE(config->imgSetPageClose[i]->isHidden());
+    }
+    EXPECT_TRUE(PanelsTouch());
+    EXPECT_TRUE(config->imgSetPageOpen[21]->isHidden());
+    EXPECT_TRUE(config->imgSetPageClose[21]->isHidden());
+    EXPECT_EQ(config->lvwFolderList->columnCount(), 12);
+    EXPECT_EQ(config->lvwFolderList->headerItem()->text(7), QStringLiteral("Recurse / Ignore GIF"));
+}
+
+TEST_F(ConfigShell, APanelOpensInHalvingStepsOnItsOwnTimerAndPushesTheOthersDown) {
+    const int below = Page(5)->y();
+    config->imgSetPageOpen_Click(4);
+    EXPECT_TRUE(config->imgSetPageOpen[4]->isHidden());
+    EXPECT_TRUE(config->imgSetPageClose[4]->isHidden());
+    ASSERT_NE(config->openPageTimer[4], nullptr);
+    EXPECT_EQ(config->openPageTimer[4]->Interval(), 100);
+    EXPECT_FALSE(config->openPageTimer[0]->Enabled());
+
+    const std::vector<int> heights = Animate(config->openPageTimer, 4);
+    ASSERT_GE(heights.size(), 3u);
+    EXPECT_EQ(heights.front(), 25 + (Tag(4) - 25) / 2);
+    EXPECT_EQ(heights.back(), Tag(4));
+    for (std::size_t i = 1; i < heights.size(); ++i)
+        EXPECT_GT(heights[i], heights[i - 1]);
+    EXPECT_EQ(Page(5)->y(), below + Tag(4) - 25);
+    EXPECT_TRUE(PanelsTouch());
+    EXPECT_FALSE(config->imgSetPageClose[4]->isHidden());
+    // The panel's own timer was only for this animation.
+    EXPECT_EQ(config->openPageTimer[4], nullptr);
+
+    config->imgSetPageClose_Click(4);
+    Animate(config->closePageTimer, 4);
+    EXPECT_EQ(Page(4)->height(), 25);
+    EXPECT_EQ(Page(5)->y(), below);
+    EXPECT_FALSE(config->imgSetPageOpen[4]->isHidden());
+}
+
+TEST_F(ConfigShell, TheFirstPanelUsesTheDesignTimeTimer) {
+    config->imgSetPageOpen_Click(0);
+    ASSERT_TRUE(config->openPageTimer[0]->Enabled());
+    Animate(config->openPageTimer, 0);
+    EXPECT_EQ(Page(0)->height(), Tag(0));
+    ASSERT_NE(config->openPageTimer[0], nullptr);
+    EXPECT_FALSE(config->openPageTimer[0]->Enabled());
+}
+
+TEST_F(ConfigShell, PanoramaDemoRunsOnlyWhileItsPanelIsOpen) {
+    config->chkScrollPanos->setChecked(true);
+    config->imgSetPageOpen_Click(3);
+    config->openPageTimer[3]->fire();
+    EXPECT_FALSE(config->ScrollDemoTimer->Enabled());
+    Animate(config->openPageTimer, 3);
+    EXPECT_TRUE(config->ScrollDemoTimer->Enabled());
+
+    const int left = config->picPanoDemoScroller->x();
+    config->ScrollDemoTimer->fire();
+    EXPECT_EQ(config->picPanoDemoScroller->x(), left - 1);
+
+    config->imgSetPageClose_Click(3);
+    EXPECT_TRUE(config->ScrollDemoTimer->Enabled());
+    Animate(config->closePageTimer, 3);
+    EXPECT_FALSE(config->ScrollDemoTimer->Enabled());
+}
+
+TEST_F(ConfigShell, PanoramaDemoBouncesBetweenTheEndsOfTheStrip) {
+    const int travel = config->picPanoDemoScroller->width() - config->picPanoDemo->width();
+    ASSERT_GT(travel, 0);
+    int lowest = 0;
+    for (int tick = 0; tick < 3 * travel; ++tick) {
+        config->ScrollDemoTimer_Timer();
+        lowest = std::min(lowest, config->picPanoDemoScroller->x());
+        ASSERT_LE(config->picPanoDemoScroller->x(), 0);
+    }
+    EXPECT_EQ(lowest, -travel - 1);
+}
+
+TEST_F(ConfigShell, ExpandAllSkipsPanelsAlreadyOpenAndCollapseAllClosesEverything) {
+    config->imgSetPageOpen_Click(2);
+    Animate(config->openPageTimer, 2);
+    ASSERT_EQ(Page(2)->height(), Tag(2));
+
+    config->imgSetPageOpen_Click(20);
+    EXPECT_TRUE(config->imgSetPageOpen[20]->isHidden());
+    EXPECT_FALSE(config->imgSetPageClose[20]->isHidden());
+    EXPECT_EQ(config->openPageTimer[2], nullptr);
+    for (int i = 0; i <= 10; ++i)
+        if (i != 2) Animate(config->openPageTimer, i);
+    for (int i = 0; i <= 10; ++i)
+        EXPECT_EQ(Page(i)->height(), Tag(i)) << i;
+    EXPECT_TRUE(PanelsTouch());
+
+    // Everything open is taller than the portal: the scroll bar moves the holder.
+    EXPECT_FALSE(config->portalScroll->isHidden());
+    EXPECT_EQ(config->portalScroll->maximum(),
+              config->PageHolder->height() - config->Portal->height());
+    EXPECT_EQ(config->portalScroll->singleStep(), 10);
+    EXPECT_EQ(config->portalScroll->pageStep(), config->Portal->height() / 2);
+    config->portalScroll->setValue(120);
+    EXPECT_EQ(config->PageHolder->y(), -120);
+
+    config->imgSetPageClose_Click(20);
+    for (int i = 0; i <= 10; ++i)
+        Animate(config->closePageTimer, i);
+    for (int i = 0; i <= 10; ++i)
+        EXPECT_EQ(Page(i)->height(), 25) << i;
+    EXPECT_TRUE(config->portalScroll->isHidden());
+    EXPECT_EQ(config->PageHolder->y(), 0);
+    EXPECT_FALSE(config->imgSetPageOpen[20]->isHidden());
+}
+
+TEST_F(ConfigShell, WindowGrowsToShowTheImagesAndShrinksBackToItsRestingHeight) {
+    const int rest = config->height();
+    config->imgSetPageOpen_Click(21);
+    EXPECT_EQ(config->expandConfigTimer->Interval(), 50);
+    for (int tick = 0; tick < 100 && config->expandConfigTimer->Enabled(); ++tick) {
+        const int before = config->height();
+        config->expandConfigTimer->fire();
+        EXPECT_LE(config->height() - before, 30);
+    }
+    EXPECT_EQ(config->height(), config->lstImages[0]->y() + config->lstImages[0]->height());
+    EXPECT_FALSE(config->imgSetPageClose[21]->isHidden());
+
+    config->imgSetPageClose_Click(21);
+    EXPECT_EQ(config->expandConfigTimer->Interval(), 90);
+    for (int tick = 0; tick < 100 && config->expandConfigTimer->Enabled(); ++tick)
+        config->expandConfigTimer->fire();
+    EXPECT_EQ(config->height(), rest);
+    EXPECT_FALSE(config->imgSetPageOpen[21]->isHidden());
+}
+
+TEST_F(ConfigShell, ApplyWaitsForARealChangeAndSavingTurnsItOff) {
+    config->RunConfig();
+    EXPECT_FALSE(config->cmdApply->isEnabled());
+    config->imgSetPageOpen_Click(5);
+    Animate(config->openPageTimer, 5);
+    EXPECT_FALSE(config->cmdApply->isEnabled()) << "opening a panel is not a change";
+
+    config->chkShowStatus->setChecked(!config->chkShowStatus->isChecked());
+    EXPECT_TRUE(config->cmdApply->isEnabled());
+    config->cmdApply_Click();
+    EXPECT_FALSE(config->cmdApply->isEnabled());
+    EXPECT_TRUE(QFile::exists(config->PrefsFileName));
+
+    config->txtImageInterval->setText(QStringLiteral("12"));
+    EXPECT_TRUE(config->cmdApply->isEnabled());
+    config->cmdApply_Click();
+    config->Position2[2]->setChecked(true);
+    EXPECT_TRUE(config->cmdApply->isEnabled());
+    config->cmdApply_Click();
+    config->cmbImageOrder->setCurrentIndex(3);
+    EXPECT_TRUE(config->cmdApply->isEnabled());
+}
+
+TEST_F(ConfigShell, OkSavesAndEndsTheProgram) {
+    config->RunConfig();
+    config->txtImageInterval->setText(QStringLiteral("17"));
+    config->cmdOk_Click();
+    EXPECT_TRUE(lastFormGone);
+    EXPECT_EQ(Forms::Count(), 0);
+    QFile file(install.filePath(QStringLiteral("TView_Prefs.txt")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("\r\nINTERVAL,17\r\n"));
+}
+
+TEST_F(ConfigShell, CancelEndsTheProgramAndWritesNothing) {
+    config->RunConfig();
+    config->txtImageInterval->setText(QStringLiteral("17"));
+    config->cmdCancel_Click();
+    EXPECT_TRUE(lastFormGone);
+    EXPECT_FALSE(QFile::exists(install.filePath(QStringLiteral("TView_Prefs.txt"))));
+}
+
+TEST_F(ConfigShell, HelpFallsBackToTheWebWhenTheFileIsMissing) {
+    QString opened;
+    platform::SetShellLauncher([&](const QString& target) {
+        opened = target;
+        return 42;
+    });
+    config->cmdHelp_Click();
+    platform::SetShellLauncher(nullptr);
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_EQ(messages[0].prompt, QStringLiteral("I can't find the help file on your computer.\r\n"
+                                                 "I'll try and open the Help files on the web."));
+    EXPECT_EQ(messages[0].title, QStringLiteral("(please connect to the internet if you are not "
+                                                "already connected)"));
+    EXPECT_EQ(opened, platform::OnlineHelpUrl());
+}
+
+TEST_F(ConfigShell, DraggingTheSurfaceMovesTheWindow) {
+    config->move(100, 80);
+    config->Form_MouseDown(QPoint(300, 300));
+    config->Form_MouseMove(QPoint(340, 290));
+    EXPECT_EQ(config->pos(), QPoint(140, 70));
+    config->Form_MouseUp();
+    config->Form_MouseMove(QPoint(500, 500));
+    EXPECT_EQ(config->pos(), QPoint(140, 70));
+}
+
+TEST_F(ConfigShell, LayoutBoxesKeepTheSharesAtAHundred) {
+    config->RunConfig();
+    for (int i = 0; i < 3; ++i)
+        config->chkLayout[static_cast<std::size_t>(i)]->setChecked(true);
+    config->SetLayoutSlider(0, 40);
+    config->SetLayoutSlider(1, 30);
+    config->SetLayoutSlider(2, 30);
+    config->chkLayout[2]->setChecked(false);
+    EXPECT_EQ(config->SliderPercent[2], 0.0f);
+    EXPECT_EQ(config->SliderPercent[0], 55.0f);
+    EXPECT_EQ(config->SliderPercent[1], 45.0f);
+    EXPECT_EQ(config->lblLayoutSetting[1]->text(), QStringLiteral("45 %"));
+    EXPECT_TRUE(config->cmdApply->isEnabled());
+
+    // With one box left its slider is pinned at 100, knob at the end of the track.
+    config->chkLayout[1]->setChecked(false);
+    EXPECT_EQ(config->SliderPercent[0], 100.0f);
+    QLabel* bar = config->LayoutSliderBar[0];
+    EXPECT_EQ(config->imgLayoutSlider[0]->x(), bar->x() + bar->width() - 12);
+}
+
+TEST_F(ConfigShell, SkyBarShowsTheDefaultNightAcrossMidnight) {
+    EXPECT_EQ(config->lblTime[0]->text(), QStringLiteral("10:00 pm"));
+    EXPECT_EQ(config->lblTime[1]->text(), QStringLiteral("7:00 am"));
+    EXPECT_FALSE(config->imgSkyMask[0]->isHidden());
+    EXPECT_FALSE(config->imgSkyMask[1]->isHidden());
+    EXPECT_EQ(config->SkyBarZoneWidth, config->imgSkyBar->width() / 96);
+
+    config->SetNightModeSkyBar(40, 40);
+    EXPECT_EQ(config->imgSkyMask[0]->width(), 0);
+    EXPECT_TRUE(config->imgSkyMask[1]->isHidden());
+    EXPECT_EQ(config->lblTime[0]->text(), QStringLiteral("10:00 am"));
+}
+
+TEST_F(ConfigShell, EffectBoxesSwapTheirSamples) {
+    config->chkAddShadows->setChecked(true);
+    EXPECT_FALSE(config->imgShadowON->isHidden());
+    EXPECT_TRUE(config->imgShadowOff->isHidden());
+    config->chkBlackAndWhite->setChecked(false);
+    EXPECT_FALSE(config->chkAddContrastToBW->isEnabled());
+    config->chkAddContrastToBW->setChecked(true);
+    EXPECT_FALSE(config->imgBW_contrast->isHidden());
+    EXPECT_TRUE(config->imgBW->isHidden());
+    config->chkAddWhiteBorder->setChecked(true);
+    EXPECT_FALSE(config->picStackedPreview[1]->isHidden());
+    EXPECT_TRUE(config->picStackedPreview[0]->isHidden());
+    config->cmbMultiMonOption->setCurrentIndex(1);
+    EXPECT_TRUE(config->lblMultiMonDetail[0]->isHidden());
+    EXPECT_FALSE(config->lblMultiMonDetail[1]->isHidden());
+
+    config->chkUseImageMasks->setChecked(false);
+    EXPECT_FALSE(config->imgNoImageMask->isHidden());
+    EXPECT_FALSE(config->txtImageMask->isEnabled());
+    config->chkUseImageMasks->setChecked(true);
+    config->optUseSpecificMask->setChecked(true);
+    config->txtImageMask->setText(install.filePath(QStringLiteral("gone.png")));
+    EXPECT_FALSE(config->lblImageMaskWarning->isHidden());
+
+    config->chkUseBackgroundImages->setChecked(true);
+    config->optRandomBackgroundImage->setChecked(true);
+    EXPECT_EQ(config->lblBackgroundWarning->text(), QStringLiteral("Missing Backgrounds folder"));
+    EXPECT_FALSE(config->picRandomBackground->isHidden());
+    EXPECT_TRUE(config->picBackgroundPreview->isHidden());
+}
