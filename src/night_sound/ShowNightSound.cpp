@@ -18,5 +18,5 @@ void frmSlideShow::FadeFromNight() {
 
 // STAND-IN until the audio players exist: the slot is only marked closed.
 void frmSlideShow::CloseAudioPlayer(int slot) {
-    if (slot >= 0 && slot < 3) AudioPlayerOpen[static_cast<std::size_t>(slot)] = false;
+    if (slot >= 0 && slot < 3) AudioPlayerLoaded[static_cast<std::size_t>(slot)] = false;
 }

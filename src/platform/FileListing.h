@@ -15,4 +15,20 @@ QStringList FolderList(const QString& folder);
 // True when name matches one of the semicolon-separated patterns, ignoring case.
 bool MatchesPatterns(const QString& name, const QString& patterns);
 
+// A file list box that nobody sees: a folder, a pattern, and the names found there at the last
+// Refresh. Files that arrive later are not listed until the next Refresh.
+class FileListBox {
+public:
+    QString Path;
+    QString Pattern = QStringLiteral("*.*");
+
+    void Refresh() { names_ = FileList(Path, Pattern); }
+    int ListCount() const { return static_cast<int>(names_.size()); }
+    // The name at the index, or empty outside the list.
+    QString List(int index) const { return names_.value(index); }
+
+private:
+    QStringList names_;
+};
+
 } // namespace platform

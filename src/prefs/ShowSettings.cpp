@@ -1,15 +1,79 @@
-// The show's run-time settings: the built-in values, and the tuned crossfade step kept in the
-// settings store between shows.
+// The show's run-time settings: the built-in values, what the show takes from the hidden
+// configuration window, and the tuned crossfade step kept in the settings store between shows.
+#include "app/Common.h"
 #include "app/VbNumbers.h"
 #include "app/modMain.h"
 #include "config/ColourButton.h"
 #include "config/frmConfig.h"
+#include "night_sound/AudioPlayers.h"
+#include "platform/Clock.h"
 #include "platform/VbTimer.h"
 #include "prefs/MRegistry.h"
 #include "show/frmSlideShow.h"
 
-#include <QDateTime>
 #include <QLocale>
+#include <algorithm>
+
+namespace {
+
+// A box at value 1, a full tick.
+bool IsOne(const QCheckBox* box) {
+    return box && box->checkState() == Qt::Checked;
+}
+
+QString Bool(bool value) {
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
+
+// A single prints with up to the seven significant digits it holds.
+QString Single(float value) {
+    return QString::number(static_cast<double>(value), 'g', 7);
+}
+
+// The readers below leave the variable alone when its control is missing, so that a setting
+// that cannot be read keeps the value it had and the next one is still read.
+
+// Any mark in the box counts.
+void ReadBox(const QCheckBox* box, bool& target) {
+    if (box) target = box->checkState() != Qt::Unchecked;
+}
+
+void ReadOption(const QRadioButton* option, bool& target) {
+    if (option) target = option->isChecked();
+}
+
+void ReadText(const QLineEdit* box, QString& target) {
+    if (box) target = box->text();
+}
+
+void ReadTrimmed(const QLineEdit* box, QString& target) {
+    if (box) target = box->text().trimmed();
+}
+
+// Numeric boxes: the number at the front of the trimmed text, junk reading as 0.
+void ReadNumber(const QLineEdit* box, std::int16_t& target) {
+    if (box) target = vb::CInt(vb::Val(box->text().trimmed()));
+}
+
+void ReadNumber(const QLineEdit* box, std::int32_t& target) {
+    if (box) target = vb::CLng(vb::Val(box->text().trimmed()));
+}
+
+void ReadNumber(const QLineEdit* box, float& target) {
+    if (box) target = static_cast<float>(vb::Val(box->text().trimmed()));
+}
+
+// The index of the first option set, counting from 1; the target stays when none is set.
+void ReadPosition(const std::array<QRadioButton*, 7>& options, std::int16_t& target) {
+    for (std::size_t p = 1; p < options.size(); ++p) {
+        if (options[p] && options[p]->isChecked()) {
+            target = static_cast<std::int16_t>(p);
+            return;
+        }
+    }
+}
+
+} // namespace
 
 void frmSlideShow::DefaultPrefs() {
     DebugLogOn = false;
@@ -17,22 +81,90 @@ void frmSlideShow::DefaultPrefs() {
     CrossfadeTime = 3.0f;
     PrefCrossfadeTime = 3.0f;
     xFadeStepTime = 0.1f;
+    RandomImages = true;
+    RandomFolders = false;
+    CurrentRandomFolder.clear();
+    UseKeyword = false;
+    Keyword = QStringLiteral("Christmas");
     BackgroundColour = Qt::black;
+    UseBackgroundImage = false;
+    TileBackgroundImage = true;
+    BackgroundImagePath = QStringLiteral("xx");
+    RandomBGImage = false;
+    RandomBGFrames = 1;
+    UseLocalBackground = true;
+    ScrollPanos = true;
+    ForceVertical = false;
+    MinPanoRatio = 0.7f;
+    ShowCaptions = true;
+    CaptionPosition = {4, 6};
+    CapFileName = {false, true};
+    CapFileNameFullPath = {false, false};
+    CapFolderName = {false, true};
+    CapFolderNameFullPath = {false, false};
+    CapDimensions = {false, true};
+    CapEXIFDate = {false, true};
+    CapEXIFDescription = {true, false};
+    CaptionFontSize = 10.0f;
+    CaptionFontBold = true;
+    CaptionFontItalic = false;
+    CaptionForeColor = Qt::white;
+    CaptionBackColor = Qt::black;
+    CaptionFontName = QStringLiteral("Arial");
+    ShowFileExtension = false;
+    DSCFilterON = true;
+    DSCShowFolderName = false;
     MultiMonitors = true;
+    MultiMonImagePerScreen = false;
+    MultiMonUseMinHeight = false;
+    LayoutInUse = 0;
+    UseNormalLayout = true;
+    UseStackedLayout = false;
+    MaxStackedImages = 4;
+    StopStackIfPano = true;
+    FourUp = false;
     LayoutRange = {100.0f, 100.0f, 100.0f};
+    UseImageMask = false;
+    RandomImageMask = false;
+    RandomMaskFrames = 1;
+    AddBorder = false;
+    BorderColour = Qt::white;
+    BorderPercent = 50;
+    UseShadows = true;
+    ShadowSize = 8;
+    ShadowDistance = 8;
+    UseBlackAndWhite = false;
+    BWInUse = false;
+    WidescreenFactor = 1.0f;
+    ActiveWidescreenFactor = 1.0f;
+    PlaySound = false;
+    RandomSound = true;
+    SoundPath.clear();
+    PlayMusic = false;
+    RandomMusicFromFolder = true;
+    MusicPlaylist.clear();
+    NightModeEnabled = false;
+    NightMonitorOff = true;
+    NightStartZone = 79;
+    NightEndZone = 29;
+    // The settings only ever mark zones as night, so the day starts clear here.
+    NightZone.fill(false);
     ShowStatus = false;
+    VetCache = true;
     ExitOnESC = true;
     ExitOnMouse = true;
     ExitOnClick = true;
     ExitOnKey = true;
+
+    StackScale = 0.8f;
+    FourUpScale = 0.49f;
 }
 
 void frmSlideShow::ReadPerfSettings() {
     const QString stored = GetSetting(QStringLiteral("xFadeStepTime"), QStringLiteral("0.1"));
     xFadeStepTime = static_cast<float>(vb::Val(stored.trimmed()));
     if (DebugLogOn)
-        BugLog(QStringLiteral("Reading xfadesteptime from reg : ") +
-               QString::number(static_cast<double>(xFadeStepTime)));
+        BugLog(QStringLiteral("Reading xfadesteptime from reg : ") + Single(xFadeStepTime));
 }
 
 void frmSlideShow::WritePerfSettings() {
@@ -40,71 +172,282 @@ void frmSlideShow::WritePerfSettings() {
                 QString::number(static_cast<double>(xFadeStepTime), 'g', 7));
 }
 
-// Reads the settings from the hidden configuration window. Settings of features that do not
-// exist yet (backgrounds, captions, masks, sound, night zones) are read when those features
-// arrive; until then the show keeps its built-in values for them.
+// Reads the settings from the hidden configuration window. A feature whose files are missing
+// is switched off here, once, with a line in the debug log and nothing on the screen: the show
+// must never stop to ask.
 void frmSlideShow::LoadShowSettings() {
     SetStatus(QStringLiteral("Loading Preferences"));
     frmConfig* config = frmConfig::instance();
+    auto log = [this](const QString& text) {
+        if (DebugLogOn) BugLog(text);
+    };
 
-    if (config->chkDebug->isChecked()) {
+    if (IsOne(config->chkDebug)) {
         OpenDebugLog();
-        BugLog(QLocale::system().toString(QDateTime::currentDateTime(), QLocale::ShortFormat));
+        BugLog(QLocale::system().toString(platform::Now(), QLocale::ShortFormat));
         BugLog(QStringLiteral("============================"));
         BugLog(QStringLiteral("Reading in prefs from Config form..."));
     }
-    if (DebugLogOn) BugLog(QStringLiteral("InstallPath is ") + InstallDir);
+    log(QStringLiteral("InstallPath is ") + InstallDir);
 
-    ImageInterval = vb::CInt(vb::Val(config->txtImageInterval->text().trimmed()));
-    if (DebugLogOn)
-        BugLog(QStringLiteral("  Image Interval ") + QString::number(ImageInterval) +
-               QStringLiteral(" s "));
-    CrossfadeTime = static_cast<float>(vb::Val(config->txtCrossfadeTime->text().trimmed()));
-    if (DebugLogOn)
-        BugLog(QStringLiteral("  Crossfade Time ") +
-               QString::number(static_cast<double>(CrossfadeTime)) + QStringLiteral(" s "));
+    // --- Timing and order ---------------------------------------------------------------
+    ReadNumber(config->txtImageInterval, ImageInterval);
+    log(QStringLiteral("  Image Interval ") + QString::number(ImageInterval) +
+        QStringLiteral(" s "));
+    ReadNumber(config->txtCrossfadeTime, CrossfadeTime);
+    log(QStringLiteral("  Crossfade Time ") + Single(CrossfadeTime) + QStringLiteral(" s "));
+    // The crossfade is the one setting with a floor. There is no upper limit, and no tie to
+    // the image interval.
     if (CrossfadeTime < 1.0f) {
         CrossfadeTime = 1.0f;
-        if (DebugLogOn) BugLog(QStringLiteral(" (setting it to 1s) "));
+        log(QStringLiteral(" (setting it to 1s) "));
     }
     PrefCrossfadeTime = CrossfadeTime;
-    if (DebugLogOn)
-        BugLog(QStringLiteral("  Last xFadeStepTime (tuned hopefully) = ") +
-               QString::number(static_cast<double>(xFadeStepTime)));
+    log(QStringLiteral("  Last xFadeStepTime (tuned hopefully) = ") + Single(xFadeStepTime));
     SetLongProcessInterval();
 
-    BackgroundColour = ColourFromValue(config->cmdChangeBackgroundColour->BackColor());
-    MultiMonitors = config->chkEnableMultiMon->isChecked();
-    if (DebugLogOn)
-        BugLog(QStringLiteral("  MultiMonitors = ") +
-               (MultiMonitors ? QStringLiteral("True") : QStringLiteral("False")));
-
-    for (int i = 0; i < 3; ++i)
-        LayoutRange[static_cast<std::size_t>(i)] = config->GetLayoutSetting(i);
-    if (DebugLogOn) {
-        BugLog(QStringLiteral(" Layout Display Percentages : "));
-        for (int i = 0; i < 3; ++i)
-            BugLog(QStringLiteral("        Layout %1 = %2 % ")
-                       .arg(i)
-                       .arg(static_cast<double>(LayoutRange[static_cast<std::size_t>(i)])));
+    if (config->cmbImageOrder) {
+        switch (config->cmbImageOrder->currentIndex()) {
+        case 0:
+            RandomImages = false;
+            RandomFolders = false;
+            break;
+        case 1:
+            RandomImages = true;
+            RandomFolders = false;
+            break;
+        case 2:
+            RandomImages = false;
+            RandomFolders = true;
+            break;
+        case 3:
+            RandomImages = true;
+            RandomFolders = true;
+            break;
+        default:
+            RandomImages = true;
+            RandomFolders = false;
+            break;
+        }
     }
+    log(QStringLiteral("  Random Images  = ") + Bool(RandomImages));
+    log(QStringLiteral("  Random Folders = ") + Bool(RandomFolders));
+    if (!RandomFolders) CurrentRandomFolder.clear();
+    log(QStringLiteral("  Current Random Folder > ") + CurrentRandomFolder);
+    ReadBox(config->chkUseKeyWord, UseKeyword);
+    ReadTrimmed(config->txtKeyword, Keyword);
+    log(QStringLiteral("  Use Keyword = ") + Bool(UseKeyword) + QStringLiteral("  (") + Keyword +
+        ')');
+    if (config->cmdChangeBackgroundColour)
+        BackgroundColour = ColourFromValue(config->cmdChangeBackgroundColour->BackColor());
+
+    // --- Background images --------------------------------------------------------------
+    ReadBox(config->chkUseBackgroundImages, UseBackgroundImage);
+    log(QStringLiteral("  UseBackgroundImage = ") + Bool(UseBackgroundImage));
+    if (config->cmbTileBackground)
+        TileBackgroundImage = config->cmbTileBackground->currentIndex() == 0;
+    BackgroundPercent = vb::CInt(config->GetLayoutSetting(11));
+    ReadTrimmed(config->txtBackgroundImage, BackgroundImagePath);
+    log(QStringLiteral("  > ") + BackgroundImagePath);
+    log(QStringLiteral("  TileBackgroundimage = ") + Bool(TileBackgroundImage));
+    ReadOption(config->optRandomBackgroundImage, RandomBGImage);
+    ReadNumber(config->txtRandomBackgroundChangeInterval, RandomBGFrames);
+    log(QStringLiteral("  RandomBGImage = ") + Bool(RandomBGImage) + QStringLiteral(" (") +
+        QString::number(RandomBGFrames) + QStringLiteral(" frames)"));
+    if (RandomBGImage) {
+        LoadListOfBackgroundImages();
+        if (lstBackgroundImages.isEmpty()) {
+            log(QStringLiteral("  *** No images found in ") + InstallDir +
+                QStringLiteral("/Backgrounds"));
+            RandomBGImage = false;
+        }
+    }
+    ReadBox(config->chkUseLocalBackground, UseLocalBackground);
+    if (UseLocalBackground)
+        log(QStringLiteral("  If there is a local image that starts w background, use that"));
+
+    // --- Panoramas ----------------------------------------------------------------------
+    ReadBox(config->chkScrollPanos, ScrollPanos);
+    log(QStringLiteral("  Scroll Panos = ") + Bool(ScrollPanos));
+    log(QStringLiteral("     Min pano ratio is ") + Single(MinPanoRatio));
+    // The box offers to scroll every upright image; the variable forces it when the box is
+    // cleared, so the sense is turned round here.
+    if (config->chkScrollAllVerticalImages)
+        ForceVertical = !IsOne(config->chkScrollAllVerticalImages);
+    log(QStringLiteral("  ForceVertical = ") + Bool(ForceVertical));
+
+    // --- Captions -----------------------------------------------------------------------
+    ReadBox(config->chkShowCaptions, ShowCaptions);
+    log(QStringLiteral("  Show Captions = ") + Bool(ShowCaptions));
+    for (std::size_t n = 0; n < 2; ++n) {
+        ReadPosition(n == 0 ? config->Position1 : config->Position2, CaptionPosition[n]);
+        ReadBox(config->chkCapFileName[n], CapFileName[n]);
+        ReadBox(config->chkCapFileNameFullPath[n], CapFileNameFullPath[n]);
+        ReadBox(config->chkCapFolderName[n], CapFolderName[n]);
+        ReadBox(config->chkCapFolderNameFullPath[n], CapFolderNameFullPath[n]);
+        ReadBox(config->chkCapDimensions[n], CapDimensions[n]);
+        ReadBox(config->chkCapEXIFDate[n], CapEXIFDate[n]);
+        ReadBox(config->chkCapEXIFDescription[n], CapEXIFDescription[n]);
+        log(QStringLiteral("  Caption %1 Position %2").arg(n).arg(CaptionPosition[n]));
+    }
+    ReadBox(config->chkFloatingCaptions, FloatingCaptions);
+    if (config->CaptionExample) {
+        const QFont font = config->CaptionExample->font();
+        CaptionFontSize = static_cast<float>(font.pointSizeF());
+        CaptionFontBold = font.bold();
+        CaptionFontItalic = font.italic();
+        // The example's colours live beside it on the form, in the preferences file's form.
+        CaptionForeColor = ColourFromValue(config->CaptionForeColor);
+        CaptionBackColor = ColourFromValue(config->CaptionBackColor);
+        CaptionFontName = font.family();
+    }
+    ReadBox(config->chkShowExtension, ShowFileExtension);
+    ReadBox(config->chkUseDSCFilter, DSCFilterON);
+    log(QStringLiteral("  DSCFilterON = ") + Bool(DSCFilterON));
+    if (config->cmbDSCFilter) DSCShowFolderName = config->cmbDSCFilter->currentIndex() != 0;
+    log(QStringLiteral("     show foldername = ") + Bool(DSCShowFolderName));
+
+    // --- Monitors -----------------------------------------------------------------------
+    ReadBox(config->chkEnableMultiMon, MultiMonitors);
+    log(QStringLiteral("  MultiMonitors = ") + Bool(MultiMonitors));
+    if (config->cmbMultiMonOption)
+        MultiMonImagePerScreen = config->cmbMultiMonOption->currentIndex() != 1;
+    log(QStringLiteral("  MultiMon image per screen = ") + Bool(MultiMonImagePerScreen));
+    ReadBox(config->chkMultiMonUseMinHeight, MultiMonUseMinHeight);
+    log(QStringLiteral("  use min height = ") + Bool(MultiMonUseMinHeight));
+
+    // --- Layouts ------------------------------------------------------------------------
+    LayoutInUse = 0;
+    ReadBox(config->chkLayout[0], UseNormalLayout);
+    log(QStringLiteral("  Use Normal Layout = ") + Bool(UseNormalLayout));
+    ReadBox(config->chkLayout[1], UseStackedLayout);
+    ReadNumber(config->txtMaxStackedImages, MaxStackedImages);
+    ReadBox(config->chkStopStackIfPano, StopStackIfPano);
+    log(QStringLiteral("  Stacked Images = ") + Bool(UseStackedLayout));
+    log(QStringLiteral("                   Stop Stack If Pano is ") + Bool(StopStackIfPano));
+    ReadBox(config->chkLayout[2], FourUp);
+    log(QStringLiteral("  FourUp = ") + Bool(FourUp));
+
+    for (std::size_t i = 0; i < LayoutRange.size(); ++i)
+        LayoutRange[i] = config->GetLayoutSetting(static_cast<int>(i));
+    log(QStringLiteral(" Layout Display Percentages : "));
+    for (std::size_t i = 0; i < LayoutRange.size(); ++i)
+        log(QStringLiteral("        Layout %1 = %2 % ").arg(i).arg(Single(LayoutRange[i])));
+    // Upper bounds of consecutive bands, so that a number drawn from 0 to 100 falls in one.
     LayoutRange[1] += LayoutRange[0];
     LayoutRange[2] += LayoutRange[1];
-    if (DebugLogOn) {
-        BugLog(QStringLiteral(" Layout Display Percent Ranges: "));
-        BugLog(
-            QStringLiteral("        Layout 0  = 0 to %1").arg(static_cast<double>(LayoutRange[0])));
-        BugLog(QStringLiteral("        Layout 1  = %1 to %2")
-                   .arg(static_cast<double>(LayoutRange[0]))
-                   .arg(static_cast<double>(LayoutRange[1])));
-        BugLog(QStringLiteral("        Layout 2  = %1 to %2")
-                   .arg(static_cast<double>(LayoutRange[1]))
-                   .arg(static_cast<double>(LayoutRange[2])));
+    log(QStringLiteral(" Layout Display Percent Ranges: "));
+    log(QStringLiteral("        Layout 0  = 0 to ") + Single(LayoutRange[0]));
+    log(QStringLiteral("        Layout 1  = %1 to %2")
+            .arg(Single(LayoutRange[0]), Single(LayoutRange[1])));
+    log(QStringLiteral("        Layout 2  = %1 to %2")
+            .arg(Single(LayoutRange[1]), Single(LayoutRange[2])));
+
+    // --- Masks --------------------------------------------------------------------------
+    ReadBox(config->chkUseImageMasks, UseImageMask);
+    MaskPercent = vb::CLng(config->GetLayoutSetting(10));
+    ReadTrimmed(config->txtImageMask, ImageMaskPath);
+    ReadOption(config->optRandomImageMasks, RandomImageMask);
+    ReadNumber(config->txtRandomMaskChangeInterval, RandomMaskFrames);
+    log(QStringLiteral("  Use Image Masks = ") + Bool(UseImageMask));
+    log(QStringLiteral("  Random = ") + Bool(RandomImageMask));
+    if (RandomImageMask) {
+        LoadListOfImageMasks();
+        if (lstMasks.isEmpty()) {
+            log(QStringLiteral("No image Masks found in ") + InstallDir + QStringLiteral("/Masks"));
+            RandomImageMask = false;
+        }
+    }
+    // Random masks that found none fall through to here: masks stay on only if the specific
+    // mask file is there.
+    if (UseImageMask && !RandomImageMask && !common::FileExists(ImageMaskPath)) {
+        log(QStringLiteral("   ** Can't find the image mask file.  Turning off UseImageMask."));
+        UseImageMask = false;
     }
 
-    ShowStatus = config->chkShowStatus->isChecked();
-    ExitOnESC = config->chkExitOnESC->isChecked();
-    ExitOnMouse = config->chkExitOnMouse->isChecked();
-    ExitOnClick = config->chkExitOnClick->isChecked();
-    ExitOnKey = config->chkExitOnKey->isChecked();
+    // --- Border, shadows, black and white, wide screen -----------------------------------
+    ReadBox(config->chkAddWhiteBorder, AddBorder);
+    if (config->cmdBorderColour)
+        BorderColour = ColourFromValue(config->cmdBorderColour->BackColor());
+    if (config->cmbBorderPercent) BorderPercent = config->cmbBorderPercent->currentIndex() * 5;
+    ReadBox(config->chkAddShadows, UseShadows);
+    ReadNumber(config->txtShadowSize, ShadowSize);
+    ReadNumber(config->txtShadowDistance, ShadowDistance);
+    log(QStringLiteral("  Shadows = ") + Bool(UseShadows) + QStringLiteral("  distance = ") +
+        QString::number(ShadowDistance));
+    ReadBox(config->chkBlackAndWhite, UseBlackAndWhite);
+    BWPercent = vb::CLng(config->GetLayoutSetting(12));
+    ReadBox(config->chkAddContrastToBW, AddContrastToBW);
+    BWInUse = false;
+    if (config->chkWidescreen) {
+        WidescreenFactor = IsOne(config->chkWidescreen) ? 1.334375f : 1.0f;
+        ActiveWidescreenFactor = WidescreenFactor;
+    }
+
+    // --- Sound and music ----------------------------------------------------------------
+    ReadBox(config->chkPlaySound, PlaySound);
+    ReadOption(config->optRandomSound, RandomSound);
+    ReadText(config->txtSoundFile, SoundPath);
+    log(QStringLiteral("Playsound ") + Bool(PlaySound));
+    log(QStringLiteral("RandomSound ") + Bool(RandomSound));
+    log(QStringLiteral("SoundPath = ") + SoundPath);
+    if (PlaySound && !RandomSound) {
+        if (!common::FileExists(SoundPath)) {
+            log(QStringLiteral(" Could not find the specific sound file.  Turning sound off."));
+            PlaySound = false;
+        } else if (modDirectShow::LoadPlayer(0, SoundPath)) {
+            // The one sound stays loaded in player 0 for the whole show.
+            log(QStringLiteral("File {") + SoundPath +
+                QStringLiteral("}  was loaded successfully in player 0"));
+            AudioPlayerLoaded[0] = true;
+        } else {
+            // Sound is left on; with player 0 empty the changes of image stay silent.
+            log(QStringLiteral("Unable to load sound file, "));
+        }
+    }
+    if (PlaySound && RandomSound) {
+        const QString folder = InstallDir + QStringLiteral("/Sounds");
+        if (common::FileExists(folder)) {
+            SoundsFileBox.Path = folder + '/';
+            SoundsFileBox.Refresh();
+        } else {
+            log(QStringLiteral("*** no folder ") + folder + QStringLiteral(" ***"));
+            PlaySound = false;
+        }
+    }
+    ReadBox(config->chkPlayMusic, PlayMusic);
+    ReadOption(config->optRandomMusicFromFolder, RandomMusicFromFolder);
+    ReadText(config->txtMusicPlaylist, MusicPlaylist);
+
+    // --- Night mode ---------------------------------------------------------------------
+    ReadBox(config->chkNightMode, NightModeEnabled);
+    ReadOption(config->optTurnMonitorOFF, NightMonitorOff);
+    NightStartZone = vb::Wrap16(config->GetNightModeSetting(0));
+    NightEndZone = vb::Wrap16(config->GetNightModeSetting(1));
+    log(QStringLiteral("Night Mode .... enabled = ") + Bool(NightModeEnabled));
+    log(QStringLiteral("      start zone = ") + QString::number(NightStartZone));
+    log(QStringLiteral("        end zone = ") + QString::number(NightEndZone));
+    log(QStringLiteral("     monitor off = ") + Bool(NightMonitorOff));
+    // The end zone is the quarter-hour at which the show resumes, so it is never night.
+    auto markNight = [this](int from, int to) {
+        for (int zone = std::max(from, 0); zone <= to && zone < static_cast<int>(NightZone.size());
+             ++zone)
+            NightZone[static_cast<std::size_t>(zone)] = true;
+    };
+    if (NightStartZone <= NightEndZone) {
+        markNight(NightStartZone, NightEndZone - 1);
+    } else {
+        // The night runs through midnight.
+        markNight(0, NightEndZone - 1);
+        markNight(NightStartZone, 96);
+    }
+    log(QStringLiteral(" Night mode zones : "));
+
+    // --- Status, cache and ways out ------------------------------------------------------
+    ReadBox(config->chkShowStatus, ShowStatus);
+    ReadBox(config->chkVetCache, VetCache);
+    ReadBox(config->chkExitOnESC, ExitOnESC);
+    ReadBox(config->chkExitOnMouse, ExitOnMouse);
+    ReadBox(config->chkExitOnClick, ExitOnClick);
+    ReadBox(config->chkExitOnKey, ExitOnKey);
 }

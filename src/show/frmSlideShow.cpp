@@ -407,7 +407,7 @@ void frmSlideShow::StoptheShow() {
 
     NoteStopStep(QStringLiteral("CloseAudio"));
     for (int slot = 0; slot < 3; ++slot)
-        if (AudioPlayerOpen[static_cast<std::size_t>(slot)]) CloseAudioPlayer(slot);
+        if (AudioPlayerLoaded[static_cast<std::size_t>(slot)]) CloseAudioPlayer(slot);
 
     NoteStopStep(QStringLiteral("StopShowTimer"));
     frmConfig::instance()->StopShowTimer->setEnabled(true);

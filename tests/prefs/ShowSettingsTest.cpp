@@ -1,0 +1,466 @@
+#include "TestSupport.h"
+
+#include "config/ColourButton.h"
+#include "prefs/MRegistry.h"
+
+#include <QButtonGroup>
+#include <QDir>
+#include <QFile>
+#include <QtEndian>
+
+namespace {
+
+// A tenth of a second of 8-bit mono silence: a WAV file any player can open.
+QByteArray SilentWav() {
+    const quint32 samples = 800;
+    QByteArray wav("RIFF");
+    auto put32 = [&wav](quint32 v) {
+        const quint32 le = qToLittleEndian(v);
+        wav.append(reinterpret_cast<const char*>(&le), 4);
+    };
+    auto put16 = [&wav](quint16 v) {
+        const quint16 le = qToLittleEndian(v);
+        wav.append(reinterpret_cast<const char*>(&le), 2);
+    };
+    put32(36 + samples);
+    wav.append("WAVEfmt ");
+    put32(16);
+    put16(1);    // PCM
+    put16(1);    // mono
+    put32(8000); // samples per second
+    put32(8000); // bytes per second
+    put16(1);    // block align
+    put16(8);    // bits per sample
+    wav.append("data");
+    put32(samples);
+    wav.append(QByteArray(samples, '\x80'));
+    return wav;
+}
+
+class ShowSettings : public FormsFixture {
+protected:
+    void SetUp() override {
+        FormsFixture::SetUp();
+        config = frmConfig::instance();
+        config->chkDebug->setChecked(true);
+    }
+
+    // A new show reading the configuration window as it stands now.
+    frmSlideShow* Read() {
+        frmSlideShow::unload();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        frmSlideShow* show = frmSlideShow::instance();
+        show->Initialize();
+        return show;
+    }
+
+    static QStringList Log(const frmSlideShow* show) {
+        QStringList lines;
+        for (int i = 0; i < show->lstDebug->count(); ++i)
+            lines << show->lstDebug->item(i)->text();
+        return lines;
+    }
+
+    QString Path(const QString& relative) const { return install.filePath(relative); }
+
+    void MakeFolder(const QString& relative) { ASSERT_TRUE(QDir(install.path()).mkpath(relative)); }
+
+    void MakeFile(const QString& relative, const QByteArray& content) {
+        QFile f(Path(relative));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(content);
+    }
+
+    void UseSpecificSound(const QString& path) {
+        config->chkPlaySound->setChecked(true);
+        config->optSpecificSound->setChecked(true);
+        config->txtSoundFile->setText(path);
+    }
+
+    frmConfig* config = nullptr;
+};
+
+TEST_F(ShowSettings, CrossfadeHasAFloorOfOneSecondAndNoCeiling) {
+    config->txtCrossfadeTime->setText(QStringLiteral(" 0.5 "));
+    frmSlideShow* show = Read();
+    EXPECT_FLOAT_EQ(show->CrossfadeTime, 1.0f);
+    EXPECT_FLOAT_EQ(show->PrefCrossfadeTime, 1.0f);
+    const QStringList log = Log(show);
+    const auto floorLine = log.indexOf(QStringLiteral(" (setting it to 1s) "));
+    ASSERT_GE(floorLine, 1);
+    EXPECT_EQ(log[floorLine - 1], QStringLiteral("  Crossfade Time 0.5 s "));
+
+    config->txtCrossfadeTime->setText(QStringLiteral("2.5s"));
+    show = Read();
+    EXPECT_FLOAT_EQ(show->CrossfadeTime, 2.5f);
+    EXPECT_FALSE(Log(show).contains(QStringLiteral(" (setting it to 1s) ")));
+
+    config->txtCrossfadeTime->setText(QStringLiteral("90"));
+    config->txtImageInterval->setText(QStringLiteral("5"));
+    EXPECT_FLOAT_EQ(Read()->CrossfadeTime, 90.0f);
+}
+
+TEST_F(ShowSettings, ImageOrderSetsTheTwoRandomFlags) {
+    // Index: random images, random folders.
+    const bool expected[5][2] = {
+        {false, false}, {true, false}, {false, true}, {true, true}, {true, false}};
+    // The window offers four orders; a fifth entry stands for any index past them.
+    config->cmbImageOrder->addItem(QStringLiteral("unknown order"));
+    for (int index = 0; index < 5; ++index) {
+        config->cmbImageOrder->setCurrentIndex(index);
+        frmSlideShow* show = Read();
+        EXPECT_EQ(show->RandomImages, expected[index][0]) << "order " << index;
+        EXPECT_EQ(show->RandomFolders, expected[index][1]) << "order " << index;
+    }
+}
+
+TEST_F(ShowSettings, NightZonesRunFromStartUpToButNotIncludingTheEnd) {
+    auto nightZones = [this](int start, int end) {
+        config->SetNightModeSkyBar(start, end);
+        const frmSlideShow* show = Read();
+        EXPECT_EQ(show->NightStartZone, start);
+        EXPECT_EQ(show->NightEndZone, end);
+        std::vector<int> zones;
+        for (int z = 0; z <= 96; ++z)
+            if (show->NightZone[static_cast<std::size_t>(z)]) zones.push_back(z);
+        return zones;
+    };
+
+    std::vector<int> acrossMidnight;
+    for (int z = 0; z <= 27; ++z)
+        acrossMidnight.push_back(z);
+    for (int z = 88; z <= 96; ++z)
+        acrossMidnight.push_back(z);
+    EXPECT_EQ(nightZones(88, 28), acrossMidnight);
+
+    EXPECT_EQ(nightZones(10, 20), (std::vector<int>{10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
+    EXPECT_TRUE(nightZones(40, 40).empty());
+}
+
+TEST_F(ShowSettings, LayoutPercentagesBecomeUpperBoundsOfBands) {
+    config->SetLayoutSlider(0, 100);
+    config->SetLayoutSlider(1, 0);
+    config->SetLayoutSlider(2, 0);
+    frmSlideShow* show = Read();
+    EXPECT_EQ(show->LayoutRange, (std::array<float, 3>{100.0f, 100.0f, 100.0f}));
+
+    config->SetLayoutSlider(0, 0);
+    config->SetLayoutSlider(1, 25);
+    config->SetLayoutSlider(2, 75);
+    show = Read();
+    EXPECT_EQ(show->LayoutRange, (std::array<float, 3>{0.0f, 25.0f, 100.0f}));
+    EXPECT_TRUE(Log(show).contains(QStringLiteral("        Layout 2  = 25 to 100")));
+}
+
+TEST_F(ShowSettings, RandomMasksNeedJpegFilesInTheMasksFolder) {
+    config->chkUseImageMasks->setChecked(true);
+    config->optRandomImageMasks->setChecked(true);
+    config->txtImageMask->setText(QString());
+
+    MakeFolder(QStringLiteral("Masks"));
+    MakeFile(QStringLiteral("Masks/oval.png"), "png");
+    frmSlideShow* show = Read();
+    EXPECT_FALSE(show->RandomImageMask);
+    EXPECT_FALSE(show->UseImageMask);
+    EXPECT_TRUE(show->lstMasks.isEmpty());
+    EXPECT_TRUE(Log(show).contains(QStringLiteral("No image Masks found in ") + install.path() +
+                                   QStringLiteral("/Masks")));
+    EXPECT_TRUE(config->chkUseImageMasks->isChecked());
+
+    MakeFile(QStringLiteral("Masks/star.JPG"), "jpg");
+    MakeFile(QStringLiteral("Masks/heart.jpg"), "jpg");
+    show = Read();
+    EXPECT_TRUE(show->RandomImageMask);
+    EXPECT_TRUE(show->UseImageMask);
+    EXPECT_EQ(show->lstMasks, QStringList({Path(QStringLiteral("Masks/heart.jpg")),
+                                           Path(QStringLiteral("Masks/star.JPG"))}));
+    EXPECT_TRUE(Log(show).contains(QStringLiteral("-adding mask : ") +
+                                   Path(QStringLiteral("Masks/star.JPG"))));
+}
+
+TEST_F(ShowSettings, ASpecificMaskMustExist) {
+    config->chkUseImageMasks->setChecked(true);
+    config->optUseSpecificMask->setChecked(true);
+    config->txtImageMask->setText(Path(QStringLiteral("gone.jpg")));
+    frmSlideShow* show = Read();
+    EXPECT_FALSE(show->UseImageMask);
+    EXPECT_TRUE(Log(show).contains(
+        QStringLiteral("   ** Can't find the image mask file.  Turning off UseImageMask.")));
+    // The show switches off only its own copy of the setting.
+    EXPECT_TRUE(config->chkUseImageMasks->isChecked());
+    EXPECT_EQ(config->txtImageMask->text(), Path(QStringLiteral("gone.jpg")));
+
+    // Random masks that find no folder fall back on a specific mask that is there.
+    MakeFile(QStringLiteral("oval.jpg"), "jpg");
+    config->txtImageMask->setText(QStringLiteral("  ") + Path(QStringLiteral("oval.jpg")));
+    config->optRandomImageMasks->setChecked(true);
+    show = Read();
+    EXPECT_FALSE(show->RandomImageMask);
+    EXPECT_TRUE(show->UseImageMask);
+    EXPECT_EQ(show->ImageMaskPath, Path(QStringLiteral("oval.jpg")));
+    EXPECT_TRUE(Log(show).contains(QStringLiteral("*** could not find folder ") + install.path() +
+                                   QStringLiteral("/Masks ***")));
+}
+
+TEST_F(ShowSettings, RandomBackgroundsNeedImagesInTheBackgroundsFolder) {
+    config->chkUseBackgroundImages->setChecked(true);
+    config->optRandomBackgroundImage->setChecked(true);
+    const QString noImages = QStringLiteral("  *** No images found in ") + install.path() +
+                             QStringLiteral("/Backgrounds");
+
+    frmSlideShow* show = Read();
+    EXPECT_FALSE(show->RandomBGImage);
+    EXPECT_TRUE(Log(show).contains(QStringLiteral("* No ") + install.path() +
+                                   QStringLiteral("/Backgrounds folder *")));
+    EXPECT_TRUE(Log(show).contains(noImages));
+
+    MakeFolder(QStringLiteral("Backgrounds"));
+    MakeFile(QStringLiteral("Backgrounds/readme.txt"), "text");
+    show = Read();
+    EXPECT_FALSE(show->RandomBGImage);
+    EXPECT_TRUE(show->UseBackgroundImage);
+    EXPECT_TRUE(Log(show).contains(noImages));
+
+    MakeFile(QStringLiteral("Backgrounds/sand.Png"), "png");
+    MakeFile(QStringLiteral("Backgrounds/cork.tiff"), "tif");
+    show = Read();
+    EXPECT_TRUE(show->RandomBGImage);
+    EXPECT_EQ(show->lstBackgroundImages,
+              QStringList({Path(QStringLiteral("Backgrounds/cork.tiff")),
+                           Path(QStringLiteral("Backgrounds/sand.Png"))}));
+    EXPECT_FALSE(Log(show).contains(noImages));
+}
+
+TEST_F(ShowSettings, ASpecificSoundIsLoadedIntoPlayerZeroWhenItCan) {
+    MakeFile(QStringLiteral("chime.wav"), "this is not a recording, only text in a wav's name");
+    UseSpecificSound(Path(QStringLiteral("chime.wav")));
+    frmSlideShow* show = Read();
+    EXPECT_TRUE(show->PlaySound);
+    EXPECT_FALSE(show->AudioPlayerLoaded[0]);
+    EXPECT_TRUE(Log(show).contains(QStringLiteral("Unable to load sound file, ")));
+
+    MakeFile(QStringLiteral("bell.wav"), SilentWav());
+    UseSpecificSound(Path(QStringLiteral("bell.wav")));
+    show = Read();
+    EXPECT_TRUE(show->PlaySound);
+    EXPECT_TRUE(show->AudioPlayerLoaded[0]);
+    EXPECT_FALSE(show->AudioPlayerLoaded[1]);
+    EXPECT_TRUE(Log(show).contains(QStringLiteral("File {") + Path(QStringLiteral("bell.wav")) +
+                                   QStringLiteral("}  was loaded successfully in player 0")));
+
+    UseSpecificSound(Path(QStringLiteral("gone.wav")));
+    show = Read();
+    EXPECT_FALSE(show->PlaySound);
+    EXPECT_FALSE(show->AudioPlayerLoaded[0]);
+    EXPECT_TRUE(Log(show).contains(
+        QStringLiteral(" Could not find the specific sound file.  Turning sound off.")));
+    EXPECT_TRUE(config->chkPlaySound->isChecked());
+}
+
+TEST_F(ShowSettings, RandomSoundsNeedTheSoundsFolder) {
+    config->chkPlaySound->setChecked(true);
+    config->optRandomSound->setChecked(true);
+    frmSlideShow* show = Read();
+    EXPECT_FALSE(show->PlaySound);
+    EXPECT_TRUE(Log(show).contains(QStringLiteral("*** no folder ") + install.path() +
+                                   QStringLiteral("/Sounds ***")));
+
+    MakeFolder(QStringLiteral("Sounds"));
+    MakeFile(QStringLiteral("Sounds/b.wav"), SilentWav());
+    MakeFile(QStringLiteral("Sounds/a.ogg"), "OggS");
+    show = Read();
+    EXPECT_TRUE(show->PlaySound);
+    EXPECT_EQ(show->SoundsFileBox.Path, install.path() + QStringLiteral("/Sounds/"));
+    ASSERT_EQ(show->SoundsFileBox.ListCount(), 2);
+    EXPECT_EQ(show->SoundsFileBox.List(0), QStringLiteral("a.ogg"));
+    EXPECT_FALSE(show->AudioPlayerLoaded[0]);
+}
+
+TEST_F(ShowSettings, ScrollingAllUprightImagesMeansNotForcingThem) {
+    config->chkScrollAllVerticalImages->setChecked(true);
+    EXPECT_FALSE(Read()->ForceVertical);
+    config->chkScrollAllVerticalImages->setChecked(false);
+    EXPECT_TRUE(Read()->ForceVertical);
+}
+
+TEST_F(ShowSettings, EachCaptionBlockTakesItsOwnBoxesAndFirstPosition) {
+    for (std::size_t n = 0; n < 2; ++n) {
+        for (auto* boxes :
+             {&config->chkCapFileName, &config->chkCapFileNameFullPath, &config->chkCapFolderName,
+              &config->chkCapFolderNameFullPath, &config->chkCapDimensions, &config->chkCapEXIFDate,
+              &config->chkCapEXIFDescription})
+            (*boxes)[n]->setChecked(false);
+    }
+    config->chkCapFolderNameFullPath[0]->setChecked(true);
+    config->chkCapEXIFDate[1]->setChecked(true);
+    // Block A with no position at all, block B with two.
+    config->Position1[4]->group()->setExclusive(false);
+    config->Position1[4]->setChecked(false);
+    config->Position2[6]->group()->setExclusive(false);
+    config->Position2[5]->setChecked(true);
+    config->Position2[2]->setChecked(true);
+
+    const frmSlideShow* show = Read();
+    EXPECT_EQ(show->CaptionPosition, (std::array<std::int16_t, 2>{4, 2}));
+    EXPECT_EQ(show->CapFolderNameFullPath, (std::array<bool, 2>{true, false}));
+    EXPECT_EQ(show->CapEXIFDate, (std::array<bool, 2>{false, true}));
+    for (const auto& flags : {show->CapFileName, show->CapFileNameFullPath, show->CapFolderName,
+                              show->CapDimensions, show->CapEXIFDescription})
+        EXPECT_EQ(flags, (std::array<bool, 2>{false, false}));
+}
+
+TEST_F(ShowSettings, TheLookOfAFrameComesFromTheWindow) {
+    config->SliderPercent[10] = 33.5f;
+    config->SliderPercent[11] = 70.4f;
+    config->SliderPercent[12] = 12.5f;
+    config->cmbBorderPercent->setCurrentIndex(7);
+    config->cmdBorderColour->setBackColor(0x0000FF);
+    config->chkWidescreen->setChecked(true);
+    config->cmbDSCFilter->setCurrentIndex(1);
+    config->cmbMultiMonOption->setCurrentIndex(1);
+    config->CaptionForeColor = 0xFF0000;
+    QFont font = config->CaptionExample->font();
+    font.setPointSize(18);
+    font.setItalic(true);
+    config->CaptionExample->setFont(font);
+
+    const frmSlideShow* show = Read();
+    // Rounded half to even.
+    EXPECT_EQ(show->MaskPercent, 34);
+    EXPECT_EQ(show->BackgroundPercent, 70);
+    EXPECT_EQ(show->BWPercent, 12);
+    EXPECT_EQ(show->BorderPercent, 35);
+    EXPECT_EQ(show->BorderColour, QColor(Qt::red));
+    EXPECT_FLOAT_EQ(show->WidescreenFactor, 1.334375f);
+    EXPECT_FLOAT_EQ(show->ActiveWidescreenFactor, 1.334375f);
+    EXPECT_TRUE(show->DSCShowFolderName);
+    EXPECT_FALSE(show->MultiMonImagePerScreen);
+    EXPECT_EQ(show->CaptionForeColor, QColor(Qt::blue));
+    EXPECT_FLOAT_EQ(show->CaptionFontSize, 18.0f);
+    EXPECT_TRUE(show->CaptionFontItalic);
+    EXPECT_EQ(show->CaptionFontName, font.family());
+}
+
+TEST_F(ShowSettings, WatchdogFollowsTheIntervalOnlyUpTo22Seconds) {
+    // A show whose watchdog had another interval before the settings were read.
+    auto watchdogFor = [this](const char* interval) {
+        config->txtImageInterval->setText(QString::fromLatin1(interval));
+        frmSlideShow::unload();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        frmSlideShow* show = frmSlideShow::instance();
+        show->LongProcessTimer->setInterval(12345);
+        show->Initialize();
+        return show->LongProcessTimer->Interval();
+    };
+    EXPECT_EQ(watchdogFor("22"), 32000);
+    EXPECT_EQ(watchdogFor("23"), 12345);
+    EXPECT_EQ(watchdogFor("50"), 12345);
+    EXPECT_EQ(watchdogFor("51"), 60000);
+    EXPECT_EQ(watchdogFor("22.5"), 32000);
+}
+
+TEST_F(ShowSettings, NothingIsLoggedWithoutTheDebugBox) {
+    config->chkDebug->setChecked(false);
+    config->txtCrossfadeTime->setText(QStringLiteral("0.2"));
+    UseSpecificSound(Path(QStringLiteral("gone.wav")));
+    frmSlideShow* show = Read();
+    EXPECT_FALSE(show->DebugLogOn);
+    EXPECT_FLOAT_EQ(show->CrossfadeTime, 1.0f);
+    EXPECT_FALSE(show->PlaySound);
+    EXPECT_EQ(show->lstDebug->count(), 0);
+    EXPECT_FALSE(QFile::exists(Path(QStringLiteral("Tessaview_debug_log.txt"))));
+}
+
+TEST_F(ShowSettings, TheDebugLogHoldsTheValuesReadInOrder) {
+    SaveSetting(QStringLiteral("xFadeStepTime"), QStringLiteral("0.1"));
+    QFile prefs(config->PrefsFileName);
+    ASSERT_TRUE(prefs.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    prefs.write("Tessaview Preferences File - written today\r\n6.0.1\r\n"
+                "======================================================\r\n"
+                "DEBUGLOG\r\n"
+                "INTERVAL,7\r\nCROSSFADETIME,2.5\r\nIMAGEORDER,3\r\nUSEKEYWORD,1, snow \r\n"
+                "BACKGROUNDIMAGE,1,1,40\r\n/pictures/bg.jpg\r\n"
+                "RANDOMBACKGROUNDIMAGES,False,3\r\nUSELOCALBACKGROUND,0\r\n"
+                "SCROLLALLVERTICALIMAGES,0\r\nCAPTIONPOSITIONA,2\r\n"
+                "ENABLEMULTIMONITORS,1,1\r\n"
+                "STACKIMAGES,6\r\nADDSHADOWS,1,4,12\r\n"
+                "PLAYSOUND,0\r\n/sounds/ding.wav\r\n"
+                "NIGHT MODE,1,10,20,False\r\n");
+    prefs.close();
+    Forms::UnloadAll();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    config = frmConfig::instance();
+    config->FormIsInitializing = true;
+    config->Initialize();
+    config->FormIsInitializing = false;
+
+    frmSlideShow* show = Read();
+    EXPECT_TRUE(show->DebugLogOn);
+    EXPECT_EQ(show->BackgroundPercent, 40);
+    EXPECT_FALSE(show->TileBackgroundImage);
+    EXPECT_EQ(show->RandomBGFrames, 3);
+    EXPECT_EQ(show->MaxStackedImages, 6);
+    EXPECT_EQ(show->ShadowSize, 4);
+    EXPECT_TRUE(show->NightModeEnabled);
+    EXPECT_FALSE(show->NightMonitorOff);
+    show->CloseDebugLog();
+
+    QFile file(Path(QStringLiteral("Tessaview_debug_log.txt")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QStringList log = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+    const QStringList expected = {
+        QStringLiteral("============================"),
+        QStringLiteral("Reading in prefs from Config form..."),
+        QStringLiteral("InstallPath is ") + install.path(),
+        QStringLiteral("  Image Interval 7 s "),
+        QStringLiteral("  Crossfade Time 2.5 s "),
+        QStringLiteral("  Last xFadeStepTime (tuned hopefully) = 0.1"),
+        QStringLiteral("  Random Images  = True"),
+        QStringLiteral("  Random Folders = True"),
+        QStringLiteral("  Current Random Folder > "),
+        QStringLiteral("  Use Keyword = True  (snow)"),
+        QStringLiteral("  UseBackgroundImage = True"),
+        QStringLiteral("  > /pictures/bg.jpg"),
+        QStringLiteral("  TileBackgroundimage = False"),
+        QStringLiteral("  RandomBGImage = False (3 frames)"),
+        QStringLiteral("  Scroll Panos = True"),
+        QStringLiteral("     Min pano ratio is 0.7"),
+        QStringLiteral("  ForceVertical = True"),
+        QStringLiteral("  Show Captions = True"),
+        QStringLiteral("  Caption 0 Position 2"),
+        QStringLiteral("  Caption 1 Position 6"),
+        QStringLiteral("  DSCFilterON = False"),
+        QStringLiteral("     show foldername = False"),
+        QStringLiteral("  MultiMonitors = True"),
+        QStringLiteral("  MultiMon image per screen = False"),
+        QStringLiteral("  use min height = False"),
+        QStringLiteral("  Use Normal Layout = True"),
+        QStringLiteral("  Stacked Images = False"),
+        QStringLiteral("                   Stop Stack If Pano is True"),
+        QStringLiteral("  FourUp = False"),
+        QStringLiteral(" Layout Display Percentages : "),
+        QStringLiteral("        Layout 0 = 100 % "),
+        QStringLiteral("        Layout 0  = 0 to 100"),
+        QStringLiteral("  Use Image Masks = True"),
+        QStringLiteral("  Random = True"),
+        QStringLiteral("  Shadows = True  distance = 12"),
+        QStringLiteral("Playsound False"),
+        QStringLiteral("RandomSound True"),
+        QStringLiteral("SoundPath = /sounds/ding.wav"),
+        QStringLiteral("Night Mode .... enabled = True"),
+        QStringLiteral("      start zone = 10"),
+        QStringLiteral("        end zone = 20"),
+        QStringLiteral("     monitor off = False"),
+        QStringLiteral(" Night mode zones : "),
+    };
+    qsizetype at = 0;
+    for (const QString& line : expected) {
+        const qsizetype found = log.indexOf(line, at);
+        EXPECT_GE(found, at) << "missing or out of order: \"" << line.toStdString() << '"';
+        if (found >= at) at = found + 1;
+    }
+    EXPECT_FALSE(log.contains(
+        QStringLiteral("  If there is a local image that starts w background, use that")));
+}
+
+} // namespace
