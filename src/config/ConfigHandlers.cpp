@@ -141,7 +141,7 @@ void frmConfig::SetNightModeSkyBar(int startZone, int endZone) {
         QLabel* tab = imgSkyTab[i];
         tab->move(
             SkyTabPosition(NightZoneRange[i], imgSkyBar->x(), imgSkyBar->width(), tab->width()),
-            imgSkyBar->y() + (imgSkyBar->height() - tab->height()) / 2 + 5);
+            imgSkyBar->y() + (imgSkyBar->height() - tab->height()) / 2);
     }
     AdjustSkyBarMask();
     for (std::size_t i = 0; i < 2; ++i) {
@@ -198,6 +198,12 @@ void frmConfig::chkWidescreen_Click() {
 }
 
 void frmConfig::chkScrollPanos_Click() {
+    ShowPanoDemo();
+    MarkChanged();
+}
+
+// Opening the panoramas panel runs this too, and opening a panel changes no setting.
+void frmConfig::ShowPanoDemo() {
     const bool on = chkScrollPanos->isChecked();
     if (on) {
         picPanoDemoScroller->show();
@@ -210,7 +216,6 @@ void frmConfig::chkScrollPanos_Click() {
         picPanoDemoScroller->hide();
     }
     chkScrollAllVerticalImages->setEnabled(on);
-    MarkChanged();
 }
 
 void frmConfig::chkScrollAllVerticalImages_Click() {

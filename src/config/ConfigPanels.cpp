@@ -159,7 +159,7 @@ void frmConfig::BuildSettingsPanels() {
                              QStringLiteral("Sequentially from a Random Folder"),
                              QStringLiteral("Randomly from a Random Folder")});
     row(g, title(QStringLiteral("Show images")), cmbImageOrder);
-    chkUseKeyWord = Named(new QCheckBox(QStringLiteral("Only images with the keyword")),
+    chkUseKeyWord = Named(new QCheckBox(QStringLiteral("Only with the keyword")),
                           QStringLiteral("chkUseKeyWord"));
     txtKeyword = Named(new QLineEdit(QStringLiteral("christmas")), QStringLiteral("txtKeyword"));
     row(g, chkUseKeyWord, txtKeyword);
@@ -175,9 +175,8 @@ void frmConfig::BuildSettingsPanels() {
     cmbTileBackground->addItems(
         {QStringLiteral("Tile Background Image"), QStringLiteral("Centre Background Image")});
     row(g, cmbTileBackground, slider(11));
-    optRandomBackgroundImage =
-        Named(new QRadioButton(QStringLiteral("Random image, changed every")),
-              QStringLiteral("optRandomBackgroundImage"));
+    optRandomBackgroundImage = Named(new QRadioButton(QStringLiteral("Random, changed every")),
+                                     QStringLiteral("optRandomBackgroundImage"));
     optSpecificbackgroundImage = Named(new QRadioButton(QStringLiteral("This image")),
                                        QStringLiteral("optSpecificbackgroundImage"));
     auto* bgGroup = new QButtonGroup(this);
@@ -233,6 +232,7 @@ void frmConfig::BuildSettingsPanels() {
     row(g, fontButtons);
     CaptionFrame = Named(new QFrame(), QStringLiteral("CaptionFrame"));
     CaptionFrame->setFixedHeight(64);
+    CaptionFrame->installEventFilter(this);
     CaptionFrame->setStyleSheet(QStringLiteral(
         "#CaptionFrame { background: qlineargradient(x1:0, y1:0, x2:1, y2:1, stop:0 #3d5a73, "
         "stop:1 #1d2a36); border-radius: 4px; }"));
@@ -352,7 +352,7 @@ void frmConfig::BuildSettingsPanels() {
     chkUseImageMasks =
         Named(new QCheckBox(QStringLiteral("Image masks")), QStringLiteral("chkUseImageMasks"));
     row(g, chkUseImageMasks, slider(10));
-    optRandomImageMasks = Named(new QRadioButton(QStringLiteral("Random mask, changed every")),
+    optRandomImageMasks = Named(new QRadioButton(QStringLiteral("Random, changed every")),
                                 QStringLiteral("optRandomImageMasks"));
     optUseSpecificMask =
         Named(new QRadioButton(QStringLiteral("This mask")), QStringLiteral("optUseSpecificMask"));
@@ -493,7 +493,7 @@ void frmConfig::BuildSettingsPanels() {
 
     // 8: miscellaneous.
     g = page(8, title(QStringLiteral("Miscellaneous")));
-    chkWidescreen = Named(new QCheckBox(QStringLiteral("Correct for a stretched widescreen")),
+    chkWidescreen = Named(new QCheckBox(QStringLiteral("Widescreen correction")),
                           QStringLiteral("chkWidescreen"));
     QWidget* wideSamples = SampleHolder(QStringLiteral("WidescreenSamples"));
     imgWidescreen = Sample(wideSamples, QStringLiteral("imgWidescreen"),
@@ -563,7 +563,7 @@ void frmConfig::BuildSettingsPanels() {
                              "saves the settings; the next show uses them.")));
 
     for (QGridLayout* grid : bodies) {
-        grid->setColumnStretch(0, 0);
+        grid->setColumnStretch(0, 1);
         grid->setColumnStretch(1, 1);
     }
 }

@@ -17,6 +17,7 @@
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QScreen>
+#include <QWheelEvent>
 
 namespace {
 
@@ -124,6 +125,10 @@ frmConfig::frmConfig() {
     BuildShell();
     BuildSettingsPanels();
     WireChangeTracking();
+    for (QComboBox* combo : findChildren<QComboBox*>()) {
+        combo->setFocusPolicy(Qt::StrongFocus);
+        combo->installEventFilter(this);
+    }
 }
 
 frmConfig::~frmConfig() = default;
@@ -203,6 +208,13 @@ void frmConfig::BuildShell() {
         l->setGeometry(where);
         return l;
     };
+    detailsHint_ =
+        stripLabel(QStringLiteral("lblDetailsHint"), {10, 0, LeftWidth - 20, DetailsHeight});
+    detailsHint_->setText(QStringLiteral("Select an image list to see where its images come from, "
+                                         "how many it holds and when it is scanned again."));
+    detailsHint_->setWordWrap(true);
+    detailsHint_->setAlignment(Qt::AlignCenter);
+    detailsHint_->setProperty("muted", true);
     lblLocation = stripLabel(QStringLiteral("lblLocation"), {10, 4, 200, 18});
     lblImageCount = stripLabel(QStringLiteral("lblImageCount"), {10, 22, 200, 18});
     lblLastScan = stripLabel(QStringLiteral("lblLastScan"), {10, 40, 200, 18});
@@ -569,7 +581,7 @@ void frmConfig::PageAnimationStep(int index, bool opening) {
         }
         if (opening) {
             imgSetPageClose[index]->show();
-            if (index == 3) chkScrollPanos_Click();
+            if (index == 3) ShowPanoDemo();
         } else {
             imgSetPageOpen[index]->show();
             if (index == 3) ScrollDemoTimer->setEnabled(false);
@@ -609,6 +621,14 @@ void frmConfig::expandConfigTimer_Timer() {
 
 bool frmConfig::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
+    if (type == QEvent::Wheel) {
+        // A list box under a passing wheel would change a setting unasked: only the one that
+        // has the focus takes the wheel, the others leave it to the options' scrolling.
+        auto* combo = qobject_cast<QComboBox*>(watched);
+        if (!combo || combo->hasFocus()) return false;
+        ScrollPortalBy(static_cast<QWheelEvent*>(event)->angleDelta().y());
+        return true;
+    }
     if (watched == imgSkyBar && type == QEvent::MouseMove) {
         // The clock tells the time of the quarter-hour under the pointer.
         const int x = static_cast<QMouseEvent*>(event)->position().toPoint().x();
@@ -618,6 +638,9 @@ bool frmConfig::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     if (watched == imgSkyBar && type == QEvent::Leave) lblNightModeClock->clear();
+    if (watched == CaptionFrame && type == QEvent::Resize)
+        CaptionExample->move((CaptionFrame->width() - CaptionExample->width()) / 2,
+                             (CaptionFrame->height() - CaptionExample->height()) / 2);
     if (watched == secretShowShadowParms && type == QEvent::MouseButtonRelease) {
         for (QWidget* w : std::initializer_list<QWidget*>{lblShadowParms[0], lblShadowParms[1],
                                                           txtShadowSize, txtShadowDistance})
@@ -701,6 +724,18 @@ void frmConfig::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons() & Qt::LeftButton) Form_MouseMove(event->globalPosition().toPoint());
 }
 
+// The wheel anywhere over the options scrolls them, as the bar would.
+void frmConfig::wheelEvent(QWheelEvent* event) {
+    const QPoint at = event->position().toPoint();
+    if (at.x() >= Portal->x()) ScrollPortalBy(event->angleDelta().y());
+}
+
+void frmConfig::ScrollPortalBy(int wheelDelta) {
+    if (portalScroll->isHidden()) return;
+    const int notches = wheelDelta / 120;
+    portalScroll->setValue(portalScroll->value() - notches * 4 * portalScroll->singleStep());
+}
+
 void frmConfig::mouseReleaseEvent(QMouseEvent* event) {
     Q_UNUSED(event);
     Form_MouseUp();
@@ -764,7 +799,7 @@ void frmConfig::CloseProgramFromConfig() {
         cmdOk->setEnabled(true);
         cmdCancel->setEnabled(true);
         cmdApply->setEnabled(ApplyWasEnabled);
-        if (!imgSetPageClose[3]->isHidden()) chkScrollPanos_Click();
+        if (!imgSetPageClose[3]->isHidden()) ShowPanoDemo();
         return;
     }
     Forms::UnloadAll();

@@ -99,6 +99,7 @@ public:
     void chkAddWhiteBorder_Click();
     void chkWidescreen_Click();
     void chkScrollPanos_Click();
+    void ShowPanoDemo();
     void chkScrollAllVerticalImages_Click();
     void chkUseBackgroundImages_Click();
     void optBackgroundImage_Click();
@@ -306,6 +307,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     void CenterOnScreen();
@@ -318,6 +320,8 @@ private:
     void StartPageTimer(std::array<VbTimer*, 11>& timers, int index, bool opening);
     void PageAnimationStep(int index, bool opening);
     void MovePanelsBelow(int index, int by);
+    void ScrollPortalBy(int wheelDelta);
+    QLabel* detailsHint_ = nullptr;
     bool unloading_ = false;
     bool expanding_ = false;
 };
