@@ -12,6 +12,7 @@
 #include "show/frmSlideShow.h"
 
 #include <QCloseEvent>
+#include <QFile>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -805,11 +806,31 @@ void frmConfig::CloseProgramFromConfig() {
     Forms::UnloadAll();
 }
 
-// STAND-IN until the remaining list exists: there is never one to report.
-void frmConfig::CheckForRemainingList() {}
+namespace {
 
-// STAND-IN until the remaining list exists: there is nothing to reset.
-void frmConfig::cmdNukeRemlist_Click() {}
+QStringList RemainingListFiles() {
+    return {InstallDir + QStringLiteral("/remain.lst"),
+            InstallDir + QStringLiteral("/remain-t.lst"),
+            InstallDir + QStringLiteral("/remain-d.lst")};
+}
+
+} // namespace
+
+// The reset button is offered only while a saved pool waits for the next show.
+void frmConfig::CheckForRemainingList() {
+    cmdNukeRemlist->setVisible(common::FileExists(RemainingListFiles().first()));
+}
+
+// The saved pool no longer matches the lists: the next show starts from the lists again.
+void frmConfig::NukeRemList() {
+    for (const QString& file : RemainingListFiles())
+        if (common::FileExists(file)) QFile::remove(file);
+    cmdNukeRemlist->hide();
+}
+
+void frmConfig::cmdNukeRemlist_Click() {
+    NukeRemList();
+}
 
 void frmConfig::MarkChanged() {
     if (!FormIsInitializing) cmdApply->setEnabled(true);

@@ -38,6 +38,7 @@ public:
     void StopShowTimer_Timer();
     void CloseProgramFromConfig();
     void CheckForRemainingList();
+    void NukeRemList();
 
     void cmdOk_Click();
     void cmdCancel_Click();

@@ -324,3 +324,21 @@ TEST_F(ConfigShell, EffectBoxesSwapTheirSamples) {
     EXPECT_FALSE(config->picRandomBackground->isHidden());
     EXPECT_TRUE(config->picBackgroundPreview->isHidden());
 }
+
+TEST_F(ConfigShell, ResetSlideshowDeletesTheSavedPoolAndHidesItself) {
+    const QStringList names = {QStringLiteral("remain.lst"), QStringLiteral("remain-t.lst"),
+                               QStringLiteral("remain-d.lst")};
+    config->CheckForRemainingList();
+    EXPECT_TRUE(config->cmdNukeRemlist->isHidden());
+    for (const QString& name : names) {
+        QFile f(install.filePath(name));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("x\r\n");
+    }
+    config->CheckForRemainingList();
+    EXPECT_FALSE(config->cmdNukeRemlist->isHidden());
+    config->cmdNukeRemlist->click();
+    for (const QString& name : names)
+        EXPECT_FALSE(QFile::exists(install.filePath(name))) << name.toStdString();
+    EXPECT_TRUE(config->cmdNukeRemlist->isHidden());
+}

@@ -111,3 +111,45 @@ TEST_F(EndToEnd, PreviewLivesInsideItsHostAndFollowsIt) {
 }
 
 } // namespace
+
+namespace {
+
+const QString kConfigTitle = QStringLiteral("Tessaview Settings");
+
+// Puts the settings window at the screen's corner, so that its buttons can be clicked where
+// the window lays them out, and clicks at that spot.
+void ClickInConfig(XSession& x, int left, int fromBottom, int height) {
+    x.run(QStringLiteral("xdotool"),
+          {QStringLiteral("search"), QStringLiteral("--name"),
+           QStringLiteral("^Tessaview Settings$"), QStringLiteral("windowmove"),
+           QStringLiteral("0"), QStringLiteral("0")});
+    x.run(QStringLiteral("xdotool"),
+          {QStringLiteral("mousemove"), QString::number(left), QString::number(height - fromBottom),
+           QStringLiteral("click"), QStringLiteral("1")});
+}
+
+} // namespace
+
+TEST_F(EndToEnd, SettingsWindowOkWritesThePreferencesAndEnds) {
+    QProcess* config = x->start({QStringLiteral("/c")});
+    ASSERT_TRUE(WaitFor([&] { return x->countWindows(kConfigTitle, true) == 1; }, 60s));
+    const QSize size = x->windowSize(x->findWindow(kConfigTitle, true));
+    // The test screen is 800 pixels high: the window takes the middle row of its table.
+    EXPECT_EQ(size, QSize(940, 800 - 100 - 150));
+    ClickInConfig(*x, 324, 29, size.height());
+    ASSERT_TRUE(Ended(config, 30s));
+    EXPECT_EQ(config->exitCode(), 0);
+    QFile prefs(x->installDir() + QStringLiteral("/TView_Prefs.txt"));
+    ASSERT_TRUE(prefs.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(prefs.readAll().startsWith("Tessaview Preferences File - written "));
+}
+
+TEST_F(EndToEnd, SettingsWindowWithoutASwitchCancelsWithoutWriting) {
+    QProcess* config = x->start({});
+    ASSERT_TRUE(WaitFor([&] { return x->countWindows(kConfigTitle, true) == 1; }, 60s));
+    const QSize size = x->windowSize(x->findWindow(kConfigTitle, true));
+    ClickInConfig(*x, 412, 29, size.height());
+    ASSERT_TRUE(Ended(config, 30s));
+    EXPECT_EQ(config->exitCode(), 0);
+    EXPECT_FALSE(QFile::exists(x->installDir() + QStringLiteral("/TView_Prefs.txt")));
+}
