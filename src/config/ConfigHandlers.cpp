@@ -11,6 +11,7 @@
 #include "platform/VbTimer.h"
 
 #include <QImageReader>
+#include <QMouseEvent>
 #include <QPixmap>
 
 void frmConfig::WireChangeTracking() {
@@ -131,6 +132,85 @@ void frmConfig::chkLayout_Click(int index) {
     }
     BalanceLayoutSettings(index);
     MarkChanged();
+}
+
+// Knobs and tabs follow the pointer by the distance it has moved since the press, so a drag
+// that starts off-centre does not jump.
+void frmConfig::imgLayoutSlider_MouseDown(int index, int pointerX) {
+    SliderDragging = true;
+    DragStartPointerX = pointerX;
+    DragStartLeft = imgLayoutSlider[index]->x();
+}
+
+void frmConfig::imgLayoutSlider_MouseMove(int index, int pointerX) {
+    if (!SliderDragging) return;
+    QLabel* bar = LayoutSliderBar[index];
+    const int percent =
+        SliderPercentAt(pointerX - DragStartPointerX + DragStartLeft, bar->x(), bar->width());
+    SetLayoutSlider(index, percent);
+    if (index < 10) BalanceLayoutSettings(index);
+}
+
+void frmConfig::imgLayoutSlider_MouseUp(int index) {
+    Q_UNUSED(index);
+    SliderDragging = false;
+    MarkChanged();
+}
+
+void frmConfig::imgSkyTab_MouseDown(int index, int pointerX) {
+    SliderDragging = true;
+    DragStartPointerX = pointerX;
+    DragStartLeft = imgSkyTab[static_cast<std::size_t>(index)]->x();
+}
+
+void frmConfig::imgSkyTab_MouseMove(int index, int pointerX) {
+    if (!SliderDragging) return;
+    const auto k = static_cast<std::size_t>(index);
+    QLabel* tab = imgSkyTab[k];
+    const int minimum = imgSkyBar->x() - tab->width() / 2;
+    const int maximum = imgSkyBar->x() + imgSkyBar->width() - tab->width() / 2;
+    const int position = std::clamp(pointerX - DragStartPointerX + DragStartLeft, minimum, maximum);
+    tab->move(position, tab->y());
+    NightZoneRange[k] = SkyZoneAt(position, imgSkyBar->x(), imgSkyBar->width(), tab->width());
+    AdjustSkyBarMask();
+    QListWidgetItem* item = TimeList->item(NightZoneRange[k]);
+    lblTime[k]->setText(item ? item->text() : QString());
+}
+
+void frmConfig::imgSkyTab_MouseUp(int index) {
+    Q_UNUSED(index);
+    SliderDragging = false;
+    MarkChanged();
+}
+
+bool frmConfig::DragFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove &&
+        type != QEvent::MouseButtonRelease)
+        return false;
+    auto* mouse = static_cast<QMouseEvent*>(event);
+    const int x = static_cast<int>(mouse->globalPosition().x());
+    for (auto& [index, knob] : imgLayoutSlider) {
+        if (watched != knob) continue;
+        if (type == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton)
+            imgLayoutSlider_MouseDown(index, x);
+        else if (type == QEvent::MouseMove && (mouse->buttons() & Qt::LeftButton))
+            imgLayoutSlider_MouseMove(index, x);
+        else if (type == QEvent::MouseButtonRelease && SliderDragging)
+            imgLayoutSlider_MouseUp(index);
+        return true;
+    }
+    for (int i = 0; i < 2; ++i) {
+        if (watched != imgSkyTab[static_cast<std::size_t>(i)]) continue;
+        if (type == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton)
+            imgSkyTab_MouseDown(i, x);
+        else if (type == QEvent::MouseMove && (mouse->buttons() & Qt::LeftButton))
+            imgSkyTab_MouseMove(i, x);
+        else if (type == QEvent::MouseButtonRelease && SliderDragging)
+            imgSkyTab_MouseUp(i);
+        return true;
+    }
+    return false;
 }
 
 // --- Night-mode sky bar ----------------------------------------------------------------------

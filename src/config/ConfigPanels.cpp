@@ -133,6 +133,8 @@ void frmConfig::BuildSettingsPanels() {
         knob->setPixmap(Picture(QStringLiteral("slider_knob.png"), QSize(12, 20)));
         knob->setScaledContents(true);
         knob->setGeometry(0, 1, 12, 20);
+        knob->setCursor(Qt::SizeHorCursor);
+        knob->installEventFilter(this);
         auto* label = Named(new QLabel(QStringLiteral("0 %")), Indexed("lblLayoutSetting", index));
         label->setFixedWidth(48);
         LayoutSliderBar[index] = bar;
@@ -475,6 +477,8 @@ void frmConfig::BuildSettingsPanels() {
                     QSize(14, 34)));
         tab->setScaledContents(true);
         tab->setGeometry(0, 0, 14, 34);
+        tab->setCursor(Qt::SizeHorCursor);
+        tab->installEventFilter(this);
         imgSkyTab[static_cast<std::size_t>(i)] = tab;
     }
     row(g, sky);

@@ -622,6 +622,7 @@ void frmConfig::expandConfigTimer_Timer() {
 
 bool frmConfig::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
+    if (DragFilter(watched, event)) return true;
     if (type == QEvent::Wheel) {
         // A list box under a passing wheel would change a setting unasked: only the one that
         // has the focus takes the wheel, the others leave it to the options' scrolling.

@@ -78,6 +78,12 @@ public:
     void SetLayoutSlider(int index, int percent);
     float GetLayoutSetting(int slider) const;
     void BalanceLayoutSettings(int changedIndex);
+    void imgLayoutSlider_MouseDown(int index, int pointerX);
+    void imgLayoutSlider_MouseMove(int index, int pointerX);
+    void imgLayoutSlider_MouseUp(int index);
+    void imgSkyTab_MouseDown(int index, int pointerX);
+    void imgSkyTab_MouseMove(int index, int pointerX);
+    void imgSkyTab_MouseUp(int index);
     void SetNightModeSkyBar(int startZone, int endZone);
     void AdjustSkyBarMask();
     int GetNightModeSetting(int n) const;
@@ -133,6 +139,10 @@ public:
     int RestFormHeight = 0;
     int SkyBarZoneWidth = 0;
     bool DragActive = false;
+    // A slider knob or sky tab being dragged: the pointer's and the control's start.
+    bool SliderDragging = false;
+    int DragStartPointerX = 0;
+    int DragStartLeft = 0;
     QPoint DragStartPointer;
     QPoint DragStartForm;
 
@@ -322,6 +332,7 @@ private:
     void PageAnimationStep(int index, bool opening);
     void MovePanelsBelow(int index, int by);
     void ScrollPortalBy(int wheelDelta);
+    bool DragFilter(QObject* watched, QEvent* event);
     QLabel* detailsHint_ = nullptr;
     bool unloading_ = false;
     bool expanding_ = false;

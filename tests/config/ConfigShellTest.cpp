@@ -342,3 +342,39 @@ TEST_F(ConfigShell, ResetSlideshowDeletesTheSavedPoolAndHidesItself) {
         EXPECT_FALSE(QFile::exists(install.filePath(name))) << name.toStdString();
     EXPECT_TRUE(config->cmdNukeRemlist->isHidden());
 }
+
+TEST_F(ConfigShell, DraggingAKnobSetsItsShareAndBalancesTheOthers) {
+    config->RunConfig();
+    config->chkLayout[1]->setChecked(true);
+    config->SetLayoutSlider(0, 50);
+    config->SetLayoutSlider(1, 50);
+    QLabel* knob = config->imgLayoutSlider[0];
+    QLabel* bar = config->LayoutSliderBar[0];
+    const int span = bar->width() - 12;
+    config->cmdApply_Click();
+
+    config->imgLayoutSlider_MouseDown(0, 500);
+    config->imgLayoutSlider_MouseMove(0, 500 - span / 5);
+    EXPECT_NEAR(config->SliderPercent[0], 30.0f, 1.0f);
+    EXPECT_NEAR(config->SliderPercent[0] + config->SliderPercent[1], 100.0f, 1.0f);
+    config->imgLayoutSlider_MouseMove(0, -5000);
+    EXPECT_EQ(config->SliderPercent[0], 0.0f);
+    EXPECT_EQ(knob->x(), bar->x());
+    EXPECT_EQ(config->SliderPercent[1], 100.0f);
+    EXPECT_FALSE(config->cmdApply->isEnabled());
+    config->imgLayoutSlider_MouseUp(0);
+    EXPECT_TRUE(config->cmdApply->isEnabled());
+    // Without a press the pointer moves nothing.
+    config->imgLayoutSlider_MouseMove(0, 9000);
+    EXPECT_EQ(config->SliderPercent[0], 0.0f);
+}
+
+TEST_F(ConfigShell, ATabDraggedPastTheBarStopsAtMidnight) {
+    config->imgSkyTab_MouseDown(1, 100);
+    config->imgSkyTab_MouseMove(1, 5000);
+    config->imgSkyTab_MouseUp(1);
+    EXPECT_EQ(config->GetNightModeSetting(1), 96);
+    EXPECT_EQ(config->lblTime[1]->text(), QStringLiteral("0:00 am"));
+    // Start 88, end 96: the night no longer wraps.
+    EXPECT_TRUE(config->imgSkyMask[1]->isHidden());
+}
