@@ -353,3 +353,22 @@ TEST_F(ImageListFile, AFreeNameSkipsFilesOnDiskAndNamesTheTableHolds) {
                                            [&](const QString& f) { return f == second; }),
               dir.path() + QStringLiteral("/Imagelists/wwwexample_3.tvl"));
 }
+
+TEST(DemoImageLists, EveryListOfTheDemoFolderReadsWithItsCountMatchingItsRecords) {
+    const QString folder =
+        QStringLiteral(TESSAVIEW_SOURCE_DIR) + QStringLiteral("/demo/Imagelists");
+    const QStringList names = QDir(folder).entryList({QStringLiteral("*.tvl")}, QDir::Files);
+    ASSERT_FALSE(names.isEmpty());
+    for (const QString& name : names) {
+        QStringList lines;
+        ASSERT_TRUE(lists::ReadTextLines(folder + QLatin1Char('/') + name, lines))
+            << qPrintable(name);
+        const LoadedImageList loaded = lists::ParseImageList(lines, name);
+        EXPECT_FALSE(loaded.failed) << qPrintable(name);
+        EXPECT_TRUE(loaded.sawImagesMarker) << qPrintable(name);
+        EXPECT_FALSE(loaded.row.title.isEmpty()) << qPrintable(name);
+        EXPECT_EQ(loaded.row.count.toInt(), lists::CountImageRecords(loaded.images))
+            << qPrintable(name);
+        EXPECT_GT(loaded.images.size(), 0) << qPrintable(name);
+    }
+}
