@@ -153,8 +153,8 @@ QStringList ReWrittenImageListLines(const QStringList& oldLines, const QStringLi
     }
     if (!marker) return {};
     for (QString& line : header) {
-        // A title or path that merely starts with one of these words is replaced as well; the
-        // show's rewrite has always done so and lists in use depend on nothing else.
+        // A title or path that merely starts with one of these words is replaced as well. Lists
+        // already on disk were rewritten so, and a changed test would read them differently.
         if (line.left(5) == QLatin1String("COUNT"))
             line = QStringLiteral("COUNT,") + QString::number(records.size());
         else if (line.left(8) == QLatin1String("LASTSCAN"))
