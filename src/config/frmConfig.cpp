@@ -300,6 +300,7 @@ void frmConfig::BuildShell() {
     connect(cmdHelp, &QPushButton::clicked, this, [this] { cmdHelp_Click(); });
     connect(cmdNukeRemlist, &QPushButton::clicked, this, [this] { cmdNukeRemlist_Click(); });
     connect(portalScroll, &QScrollBar::valueChanged, this, [this] { portalScroll_Change(); });
+    WireListManager();
 
     StopShowTimer = new VbTimer(100, false, this);
     StopShowTimer->setHandler([this] { StopShowTimer_Timer(); });
@@ -373,11 +374,6 @@ void frmConfig::Initialize() {
     RestFormHeight = height();
 }
 
-// STAND-IN until image lists are read: the table of lists stays empty.
-void frmConfig::ScanAndLoadImageLists(const QString& folder) {
-    Q_UNUSED(folder);
-}
-
 void frmConfig::Add_ColumnHeaders() {
     if (lvwFolderList->columnCount() == 12) return;
     lvwFolderList->setColumnCount(12);
@@ -398,6 +394,8 @@ void frmConfig::ShowHideFileDetails(bool visible) {
              lblLocation, lblImageCount, lblLastScan, lblNextScan, lblOption[1], lblOption[2],
              lblOption[3], imgButton[2], cmdRescanNow, cmdOpenURLinBrowser})
         w->setVisible(visible);
+    // The hint stands in the strip's place while no list is selected.
+    detailsHint_->setVisible(!visible);
 }
 
 void frmConfig::FormatConfigForm() {
@@ -651,6 +649,10 @@ bool frmConfig::eventFilter(QObject* watched, QEvent* event) {
     }
     if (type != QEvent::MouseButtonPress && type != QEvent::MouseButtonRelease)
         return QWidget::eventFilter(watched, event);
+    if (watched == lblImageCount) {
+        if (type == QEvent::MouseButtonRelease) lblImageCount_Click();
+        return true;
+    }
     if (static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton) return true;
     const bool press = type == QEvent::MouseButtonPress;
     for (int i = 0; i < 4; ++i) {
@@ -692,7 +694,7 @@ void frmConfig::imgButton_MouseUp(int index) {
     imgButtonPressed[k]->hide();
     switch (index) {
     case 2:
-        // STAND-IN until the list manager: there is no row to delete yet.
+        DeleteFolderListItem(SelectedListRow());
         break;
     default:
         // STAND-IN until the folder, web page and Flickr dialogs exist.

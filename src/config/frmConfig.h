@@ -12,6 +12,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QString>
+#include <QStringList>
 #include <QTreeWidget>
 #include <QWidget>
 #include <array>
@@ -64,6 +65,29 @@ public:
     void Add_ColumnHeaders();
     void ScanAndLoadImageLists(const QString& folder);
     void ShowHideFileDetails(bool visible);
+
+    // --- The image lists: one row of lvwFolderList and one lstImages element per list file ----
+    // Rows are numbered from 1, as lstImages is; element 0 of lstImages only fixes place and size.
+    void LoadImageList(const QString& fileName);
+    // False when the file could not be written; the row's count is updated either way.
+    bool WriteImageList(int index);
+    void LoadOrClearImageList(int index);
+    // The one way the add dialogs create a list. options holds name and value of slots 1 to 5.
+    bool AddNewImageFile(const QString& title, const QString& type, const QString& path,
+                         const QString& count, const QString& fileName, const QString& lastScan,
+                         const QString& scanInterval,
+                         const std::array<std::array<QString, 2>, 5>& options,
+                         const QStringList& images);
+    QString BuildImageListFileName(const QString& folderPath) const;
+    QString BuildWebImageFileName(const QString& sourceText, QString& listName) const;
+    bool InFolderList(const QString& fileName) const;
+    void ShowFileDetails(int row);
+    void lblImageCount_Click();
+    void DeleteFolderListItem(int row);
+    // The row number of the selected list, 0 when none is selected.
+    int SelectedListRow() const;
+    // A row's column text (0 is the row's text); empty for a row that does not exist.
+    QString ListColumn(int row, int column) const;
     void Form_MouseDown(const QPoint& pointer);
     void Form_MouseMove(const QPoint& pointer);
     void Form_MouseUp();
@@ -328,6 +352,7 @@ private:
     QLabel* MakeClickableImage(QWidget* parent, const QString& name, const QString& resource,
                                QSize size);
     void WireChangeTracking();
+    void WireListManager();
     void StartPageTimer(std::array<VbTimer*, 11>& timers, int index, bool opening);
     void PageAnimationStep(int index, bool opening);
     void MovePanelsBelow(int index, int by);

@@ -1,0 +1,220 @@
+#include "lists/ImageListFile.h"
+
+#include "app/Common.h"
+#include "platform/Clock.h"
+#include "show/frmSlideShow.h"
+
+#include <QFile>
+#include <QLocale>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+namespace lists {
+
+namespace {
+
+// Only the first 40 header lines survive a rewrite; the show's header never comes near that.
+constexpr int kMaxHeaderLines = 40;
+
+// The option slot (0-based) a name read from a file belongs to, or -1 for a name the
+// configuration window does not keep. "none" is among those: unused slots come back empty.
+int SlotOfOption(const QString& name) {
+    if (name == QLatin1String("PERPAGE") || name == QLatin1String("RECURSE") ||
+        name == QLatin1String("EXCLUDEGIF"))
+        return 0;
+    if (name == QLatin1String("GROUP_NSID") || name == QLatin1String("USER_NSID") ||
+        name == QLatin1String("PAGEIMAGES"))
+        return 1;
+    if (name == QLatin1String("LINKIMAGES")) return 2;
+    return -1;
+}
+
+QString DateFormatWithLongYear() {
+    QString format = QLocale().dateFormat(QLocale::ShortFormat);
+    if (!format.contains(QLatin1String("yyyy")))
+        format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    return format;
+}
+
+} // namespace
+
+bool ReadTextLines(const QString& fileName, QStringList& lines) {
+    lines.clear();
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) return false;
+    QStringDecoder decode(QStringDecoder::Utf8);
+    const QString text = decode(file.readAll());
+    if (text.isEmpty()) return true;
+    lines = text.split(QLatin1Char('\n'));
+    if (lines.last().isEmpty()) lines.removeLast();
+    for (QString& line : lines)
+        if (line.endsWith(QLatin1Char('\r'))) line.chop(1);
+    return true;
+}
+
+bool WriteTextLines(const QString& fileName, const QStringList& lines) {
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) return false;
+    QByteArray bytes;
+    for (const QString& line : lines) {
+        bytes += line.toUtf8();
+        bytes += "\r\n";
+    }
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
+}
+
+int CountImageRecords(const QStringList& images) {
+    int count = 0;
+    for (const QString& line : images)
+        if (line.left(4) == QLatin1String("IMAG")) ++count;
+    return count;
+}
+
+QStringList ImageListLines(const ImageListRow& row, const QStringList& images) {
+    QStringList lines{kListBanner,
+                      kListUnderline,
+                      QStringLiteral("TITLE"),
+                      row.title,
+                      QStringLiteral("PATH"),
+                      row.path,
+                      QStringLiteral("COUNT,") + row.count,
+                      QStringLiteral("LOCALORWEB,") + row.type,
+                      QStringLiteral("LASTSCAN,") + row.lastScan,
+                      QStringLiteral("SCANINTERVAL,") + row.scanInterval};
+    for (const QString& option : row.options)
+        lines << QStringLiteral("OPTION,") + option;
+    lines << kImagesMarker;
+    lines << images;
+    return lines;
+}
+
+LoadedImageList ParseImageList(const QStringList& lines, const QString& fileName) {
+    LoadedImageList list;
+    list.row.fileName = fileName;
+    const auto n = lines.size();
+    // The banner is never looked at.
+    qsizetype i = 1;
+    while (i < n) {
+        const QString line = lines[i++].trimmed();
+        const QStringList fields = line.split(QLatin1Char(','));
+        const QString& key = fields[0];
+        if (key == QLatin1String("TITLE") || key == QLatin1String("PATH")) {
+            // The value has a line of its own, so that it may hold commas.
+            if (i >= n) {
+                list.failed = true;
+                break;
+            }
+            (key == QLatin1String("TITLE") ? list.row.title : list.row.path) = lines[i++].trimmed();
+        } else if (key == QLatin1String("COUNT") || key == QLatin1String("LASTSCAN") ||
+                   key == QLatin1String("SCANINTERVAL") || key == QLatin1String("LOCALORWEB")) {
+            if (fields.size() < 2) {
+                list.failed = true;
+                break;
+            }
+            const QString value = fields[1].trimmed();
+            if (key == QLatin1String("COUNT"))
+                list.row.count = value;
+            else if (key == QLatin1String("LASTSCAN"))
+                list.row.lastScan = value;
+            else if (key == QLatin1String("SCANINTERVAL"))
+                list.row.scanInterval = value;
+            else
+                list.row.type = value;
+        } else if (key == QLatin1String("OPTION")) {
+            const QString name = line.split(QStringLiteral("==")).first().mid(7);
+            const int slot = SlotOfOption(name);
+            if (slot >= 0) list.row.options[static_cast<std::size_t>(slot)] = fields.value(1);
+        } else if (key == kImagesMarker) {
+            list.sawImagesMarker = true;
+            list.images.clear();
+            while (i < n)
+                list.images << lines[i++].trimmed();
+        }
+    }
+    return list;
+}
+
+QStringList ReWrittenImageListLines(const QStringList& oldLines, const QStringList& records,
+                                    const QDate& today) {
+    QStringList header;
+    bool marker = false;
+    for (const QString& raw : oldLines) {
+        const QString line = raw.trimmed();
+        if (header.size() < kMaxHeaderLines) header << line;
+        // The raw line is tested, so a title or a path reading "IMAGES" ends the header there.
+        if (line == kImagesMarker) {
+            marker = true;
+            break;
+        }
+    }
+    if (!marker) return {};
+    for (QString& line : header) {
+        // A title or path that merely starts with one of these words is replaced as well. Lists
+        // already on disk were rewritten so, and a changed test would read them differently.
+        if (line.left(5) == QLatin1String("COUNT"))
+            line = QStringLiteral("COUNT,") + QString::number(records.size());
+        else if (line.left(8) == QLatin1String("LASTSCAN"))
+            line = QStringLiteral("LASTSCAN,") + ListDateText(today);
+    }
+    return header + records;
+}
+
+bool ReWriteImageList(const QString& fileName, const QStringList& records) {
+    QStringList oldLines;
+    if (!ReadTextLines(fileName, oldLines)) return false;
+    const QStringList lines = ReWrittenImageListLines(oldLines, records, platform::Today());
+    if (lines.isEmpty() || !WriteTextLines(fileName, lines)) return false;
+    if (frmSlideShow::isLoaded() && frmSlideShow::instance()->DebugLogOn)
+        frmSlideShow::instance()->BugLog(QStringLiteral("Re-Wrote >> ") + fileName);
+    return true;
+}
+
+QString ListDateText(const QDate& date) {
+    return QLocale().toString(date, DateFormatWithLongYear());
+}
+
+QDate ListDateFromText(const QString& text) {
+    const QString trimmed = text.trimmed();
+    QDate date = QLocale().toDate(trimmed, DateFormatWithLongYear());
+    if (!date.isValid()) date = QLocale().toDate(trimmed, QLocale::ShortFormat);
+    return date;
+}
+
+QString IconKeyForLoadedType(const QString& type) {
+    if (type == QLatin1String("Local")) return QStringLiteral("folder");
+    if (type == QLatin1String("Web")) return QStringLiteral("web");
+    return QStringLiteral("flickr");
+}
+
+QString IconKeyForNewType(const QString& type) {
+    if (type == QLatin1String("Local")) return QStringLiteral("folder");
+    if (type.left(6) == QLatin1String("Flickr")) return QStringLiteral("flickr");
+    return QStringLiteral("web");
+}
+
+QString WebListBaseName(const QString& sourceText) {
+    QString name = sourceText.toLower();
+    for (const char* unwanted : {"http://", "ftp://", ".", "/", "\\", "%", "~", "@", "#", "$", "*"})
+        name.remove(QLatin1String(unwanted));
+    return name.left(10);
+}
+
+QString FreeImageListFileName(const QString& installDir, const QString& base,
+                              const std::function<bool(const QString&)>& inFolderList,
+                              QString* listName) {
+    for (int n = 1;; ++n) {
+        const QString numbered = base + QLatin1Char('_') + QString::number(n);
+        const QString candidate =
+            installDir + QStringLiteral("/Imagelists/") + numbered + kListExtension;
+        if (!common::FileExists(candidate) && !(inFolderList && inFolderList(candidate))) {
+            if (listName) *listName = numbered;
+            return candidate;
+        }
+    }
+}
+
+} // namespace lists

@@ -1,0 +1,374 @@
+#include "lists/ImageListFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using lists::ImageListRow;
+using lists::LoadedImageList;
+
+namespace {
+
+// Dates in list files follow the locale, so every test here runs under one fixed locale.
+class ImageListFile : public ::testing::Test {
+protected:
+    void SetUp() override {
+        saved = QLocale();
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+        ASSERT_TRUE(dir.isValid());
+    }
+    void TearDown() override { QLocale::setDefault(saved); }
+
+    static ImageListRow LocalRow() {
+        ImageListRow row;
+        row.title = QStringLiteral("Holidays");
+        row.count = QStringLiteral("2");
+        row.path = QStringLiteral("/home/ann/Pictures/Holidays/");
+        row.type = QStringLiteral("Local");
+        row.fileName = QStringLiteral("/opt/tv/Imagelists/Holidays_1.tvl");
+        row.lastScan = QStringLiteral("03/07/2025");
+        row.scanInterval = QStringLiteral("7");
+        row.options = {QStringLiteral("RECURSE==True"), QStringLiteral("none==none"),
+                       QStringLiteral("none==none"), QStringLiteral("none==none"),
+                       QStringLiteral("none==none")};
+        return row;
+    }
+    QString Path(const QString& name) const { return dir.filePath(name); }
+    // Writes raw lines with CR LF, as another writer of the format would.
+    QString WriteRaw(const QString& name, const QStringList& lines) const {
+        QFile file(Path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        for (const QString& line : lines)
+            file.write((line + QStringLiteral("\r\n")).toUtf8());
+        return Path(name);
+    }
+    static QByteArray Bytes(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QLocale saved;
+    QTemporaryDir dir;
+};
+
+const QStringList kFlickrRecords = {
+    QStringLiteral("IMAGE>https://live.example.org/1/a_b.jpg"),
+    QStringLiteral("TITLE>Sunrise, with fog"),
+    QStringLiteral("DESCR>Taken from the ridge"),
+    QStringLiteral("IMAGE>https://live.example.org/2/c_d.jpg"),
+    QStringLiteral("TITLE>Harbour"),
+    QStringLiteral("DESCR>"),
+};
+
+} // namespace
+
+TEST_F(ImageListFile, WritesTheHeaderLineByLineWithCrLfAndNoByteOrderMark) {
+    const QStringList images = {QStringLiteral("IMAGE>/home/ann/Pictures/Holidays/a.jpg"),
+                                QStringLiteral("IMAGE>/home/ann/Pictures/Holidays/b.jpg")};
+    const QStringList lines = lists::ImageListLines(LocalRow(), images);
+    const QStringList expected = {
+        QStringLiteral("Imagelist for Ferrin's Tessaview"),
+        QStringLiteral("------------------------------"),
+        QStringLiteral("TITLE"),
+        QStringLiteral("Holidays"),
+        QStringLiteral("PATH"),
+        QStringLiteral("/home/ann/Pictures/Holidays/"),
+        QStringLiteral("COUNT,2"),
+        QStringLiteral("LOCALORWEB,Local"),
+        QStringLiteral("LASTSCAN,03/07/2025"),
+        QStringLiteral("SCANINTERVAL,7"),
+        QStringLiteral("OPTION,RECURSE==True"),
+        QStringLiteral("OPTION,none==none"),
+        QStringLiteral("OPTION,none==none"),
+        QStringLiteral("OPTION,none==none"),
+        QStringLiteral("OPTION,none==none"),
+        QStringLiteral("IMAGES"),
+        images[0],
+        images[1],
+    };
+    EXPECT_EQ(lines, expected);
+    EXPECT_EQ(lines[1].size(), 30);
+
+    const QString file = Path(QStringLiteral("Holidays_1.tvl"));
+    ASSERT_TRUE(lists::WriteTextLines(file, lines));
+    EXPECT_EQ(Bytes(file), expected.join(QStringLiteral("\r\n")).toUtf8() + "\r\n");
+    // Written whole: no temporary file is left beside it.
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{"Holidays_1.tvl"});
+
+    QStringList back;
+    ASSERT_TRUE(lists::ReadTextLines(file, back));
+    EXPECT_EQ(back, expected);
+}
+
+TEST_F(ImageListFile, ReadsBackWhatItWroteWithUnusedSlotsEmptyAndWritesThemAsBareOptions) {
+    const QStringList images = {QStringLiteral("IMAGE>/p/a.jpg")};
+    const LoadedImageList loaded = lists::ParseImageList(lists::ImageListLines(LocalRow(), images),
+                                                         QStringLiteral("/lists/h.tvl"));
+    EXPECT_FALSE(loaded.failed);
+    EXPECT_TRUE(loaded.sawImagesMarker);
+    EXPECT_EQ(loaded.row.title, QStringLiteral("Holidays"));
+    EXPECT_EQ(loaded.row.count, QStringLiteral("2"));
+    EXPECT_EQ(loaded.row.path, QStringLiteral("/home/ann/Pictures/Holidays/"));
+    EXPECT_EQ(loaded.row.type, QStringLiteral("Local"));
+    EXPECT_EQ(loaded.row.fileName, QStringLiteral("/lists/h.tvl"));
+    EXPECT_EQ(loaded.row.lastScan, QStringLiteral("03/07/2025"));
+    EXPECT_EQ(loaded.row.scanInterval, QStringLiteral("7"));
+    EXPECT_EQ(loaded.row.options[0], QStringLiteral("RECURSE==True"));
+    for (std::size_t slot = 1; slot < 5; ++slot)
+        EXPECT_TRUE(loaded.row.options[slot].isEmpty()) << slot;
+    EXPECT_EQ(loaded.images, images);
+
+    const QStringList again = lists::ImageListLines(loaded.row, loaded.images);
+    EXPECT_EQ(again.mid(10, 5),
+              (QStringList{"OPTION,RECURSE==True", "OPTION,", "OPTION,", "OPTION,", "OPTION,"}));
+    // The bare form reads exactly as "none==none" did.
+    const LoadedImageList twice = lists::ParseImageList(again, loaded.row.fileName);
+    EXPECT_EQ(twice.row.options, loaded.row.options);
+}
+
+TEST_F(ImageListFile, TitleAndPathStandOnTheirOwnLinesSoCommasSurviveButOtherValuesAreCut) {
+    ImageListRow row = LocalRow();
+    row.title = QStringLiteral("Paris, Rome, and Vienna");
+    row.path = QStringLiteral("/srv/photos/a,b/");
+    row.lastScan = QStringLiteral("July 3, 2025");
+    const LoadedImageList loaded =
+        lists::ParseImageList(lists::ImageListLines(row, {}), row.fileName);
+    EXPECT_EQ(loaded.row.title, row.title);
+    EXPECT_EQ(loaded.row.path, row.path);
+    EXPECT_EQ(loaded.row.lastScan, QStringLiteral("July 3"));
+    EXPECT_EQ(lists::ImageListLines(loaded.row, {})[3], row.title);
+}
+
+TEST_F(ImageListFile, TheConfigurationReaderTakesKeysInAnyOrderAndIgnoresWhatItDoesNotKnow) {
+    const LoadedImageList loaded = lists::ParseImageList(
+        {"banner, never read: TITLE", "SCANINTERVAL, 30 ", "  OPTION,USER_NSID==123@N00  ",
+         "OPTION,PERPAGE==50", "WEBSITE,http://example.org", "LOCALORWEB,Flickr-User-Public",
+         "PATH", "  Flickr-User-Public  ", "LASTSCAN,01/02/2026,extra", "COUNT,1",
+         "OPTION,SOMETHINGNEW==1", "TITLE", " Friends ", "OPTION,LINKIMAGES==False", "IMAGES",
+         "  IMAGE>https://x.example/1.jpg  ", "TITLE>One"},
+        QStringLiteral("f.tvl"));
+    EXPECT_FALSE(loaded.failed);
+    EXPECT_EQ(loaded.row.title, QStringLiteral("Friends"));
+    EXPECT_EQ(loaded.row.path, QStringLiteral("Flickr-User-Public"));
+    EXPECT_EQ(loaded.row.type, QStringLiteral("Flickr-User-Public"));
+    EXPECT_EQ(loaded.row.count, QStringLiteral("1"));
+    EXPECT_EQ(loaded.row.lastScan, QStringLiteral("01/02/2026"));
+    EXPECT_EQ(loaded.row.scanInterval, QStringLiteral("30"));
+    EXPECT_EQ(loaded.row.options[0], QStringLiteral("PERPAGE==50"));
+    EXPECT_EQ(loaded.row.options[1], QStringLiteral("USER_NSID==123@N00"));
+    EXPECT_EQ(loaded.row.options[2], QStringLiteral("LINKIMAGES==False"));
+    EXPECT_TRUE(loaded.row.options[3].isEmpty());
+    EXPECT_TRUE(loaded.row.options[4].isEmpty());
+    EXPECT_EQ(loaded.images, (QStringList{"IMAGE>https://x.example/1.jpg", "TITLE>One"}));
+}
+
+TEST_F(ImageListFile, OptionsGoToTheSlotTheirNameBelongsTo) {
+    const struct {
+        const char* line;
+        int slot;
+    } cases[] = {{"OPTION,RECURSE==False", 0},
+                 {"OPTION,EXCLUDEGIF==True", 0},
+                 {"OPTION,PERPAGE==100", 0},
+                 {"OPTION,PAGEIMAGES==True", 1},
+                 {"OPTION,GROUP_NSID==99@N01", 1},
+                 {"OPTION,USER_NSID==1@N00", 1},
+                 {"OPTION,LINKIMAGES==True", 2},
+                 {"OPTION,none==none", -1},
+                 {"OPTION,", -1},
+                 {"OPTION", -1},
+                 {"OPTION,recurse==True", -1},
+                 {"OPTION,RECURSE", 0}};
+    for (const auto& c : cases) {
+        const LoadedImageList loaded =
+            lists::ParseImageList({"banner", QLatin1String(c.line), "IMAGES"}, "x.tvl");
+        for (int slot = 0; slot < 5; ++slot) {
+            const QString& got = loaded.row.options[static_cast<std::size_t>(slot)];
+            if (slot == c.slot)
+                EXPECT_EQ(got, QLatin1String(c.line).mid(7)) << c.line;
+            else
+                EXPECT_TRUE(got.isEmpty()) << c.line << " slot " << slot;
+        }
+    }
+}
+
+TEST_F(ImageListFile, AFlickrListKeepsItsTriplesInOrderAndCountsPhotosNotLines) {
+    ImageListRow row = LocalRow();
+    row.type = QStringLiteral("Flickr");
+    row.path = QStringLiteral("Flickr-Interestingness");
+    row.options = {QStringLiteral("PERPAGE==2"), QStringLiteral("none==none"),
+                   QStringLiteral("none==none"), QStringLiteral("none==none"),
+                   QStringLiteral("none==none")};
+    const LoadedImageList loaded =
+        lists::ParseImageList(lists::ImageListLines(row, kFlickrRecords), row.fileName);
+    EXPECT_EQ(loaded.images, kFlickrRecords);
+    EXPECT_EQ(lists::CountImageRecords(loaded.images), 2);
+    EXPECT_EQ(lists::CountImageRecords({"IMAGEX", "IMAG", "image>a", " IMAGE>a", "TITLE>IMAGE>"}),
+              2);
+}
+
+TEST_F(ImageListFile, AListWithoutImagesEndsAtItsMarkerAndOneWithoutTheMarkerStillLoads) {
+    const QStringList withMarker = lists::ImageListLines(LocalRow(), {});
+    EXPECT_EQ(withMarker.size(), 16);
+    EXPECT_EQ(withMarker.last(), QStringLiteral("IMAGES"));
+    const LoadedImageList empty = lists::ParseImageList(withMarker, "e.tvl");
+    EXPECT_TRUE(empty.sawImagesMarker);
+    EXPECT_FALSE(empty.failed);
+    EXPECT_TRUE(empty.images.isEmpty());
+
+    const LoadedImageList noMarker = lists::ParseImageList(withMarker.mid(0, 15), "e.tvl");
+    EXPECT_FALSE(noMarker.sawImagesMarker);
+    EXPECT_FALSE(noMarker.failed);
+    EXPECT_EQ(noMarker.row.title, QStringLiteral("Holidays"));
+    EXPECT_TRUE(noMarker.images.isEmpty());
+}
+
+TEST_F(ImageListFile, AFileThatBreaksOffWhereAValueIsDueFailsWithWhatItHasSoFar) {
+    const LoadedImageList title = lists::ParseImageList({"banner", "COUNT,4", "TITLE"}, "t.tvl");
+    EXPECT_TRUE(title.failed);
+    EXPECT_EQ(title.row.count, QStringLiteral("4"));
+    const LoadedImageList count =
+        lists::ParseImageList({"banner", "TITLE", "A", "COUNT", "PATH", "/x/"}, "c.tvl");
+    EXPECT_TRUE(count.failed);
+    EXPECT_EQ(count.row.title, QStringLiteral("A"));
+    EXPECT_TRUE(count.row.path.isEmpty());
+}
+
+TEST_F(ImageListFile, ATitleReadingImagesLoadsInTheWindowButEndsTheRewrittenHeaderThere) {
+    ImageListRow row = LocalRow();
+    row.title = QStringLiteral("IMAGES");
+    const QStringList file = lists::ImageListLines(row, {"IMAGE>/p/a.jpg"});
+    const LoadedImageList loaded = lists::ParseImageList(file, row.fileName);
+    EXPECT_EQ(loaded.row.title, QStringLiteral("IMAGES"));
+    EXPECT_EQ(loaded.row.path, row.path);
+    EXPECT_EQ(loaded.images, QStringList{"IMAGE>/p/a.jpg"});
+
+    const QStringList rewritten =
+        lists::ReWrittenImageListLines(file, {"IMAGE>/p/b.jpg"}, QDate(2026, 11, 22));
+    EXPECT_EQ(rewritten,
+              (QStringList{"Imagelist for Ferrin's Tessaview", "------------------------------",
+                           "TITLE", "IMAGES", "IMAGE>/p/b.jpg"}));
+}
+
+TEST_F(ImageListFile, RewritingKeepsTheHeaderAndRefreshesCountAndDateFromAllLines) {
+    ImageListRow row = LocalRow();
+    row.type = QStringLiteral("Flickr");
+    row.title = QStringLiteral("  COUNTRY WALKS");
+    row.options[4] = QString();
+    QStringList file = lists::ImageListLines(row, {"IMAGE>old"});
+    file.insert(2, QStringLiteral("  SOMEKEY,kept  "));
+    const QStringList rewritten =
+        lists::ReWrittenImageListLines(file, kFlickrRecords, QDate(2026, 11, 22));
+    QStringList expected = file.mid(0, 17);
+    expected[2] = QStringLiteral("SOMEKEY,kept");
+    // Every line counts, so a list of triples shows three times its photographs.
+    expected[4] = QStringLiteral("COUNT,6");
+    expected[7] = QStringLiteral("COUNT,6");
+    expected[9] = QStringLiteral("LASTSCAN,22/11/2026");
+    EXPECT_EQ(rewritten, expected + kFlickrRecords);
+    EXPECT_EQ(rewritten[15], QStringLiteral("OPTION,"));
+}
+
+TEST_F(ImageListFile, RewritingKeepsAtMostFortyHeaderLines) {
+    QStringList file = {"banner"};
+    for (int i = 0; i < 45; ++i)
+        file << QStringLiteral("EXTRA,%1").arg(i);
+    file << "IMAGES";
+    const QStringList rewritten = lists::ReWrittenImageListLines(file, {"IMAGE>a"}, QDate());
+    EXPECT_EQ(rewritten.size(), 41);
+    EXPECT_EQ(rewritten[39], QStringLiteral("EXTRA,38"));
+    EXPECT_EQ(rewritten[40], QStringLiteral("IMAGE>a"));
+}
+
+TEST_F(ImageListFile, RewritingAFileReplacesItWholeAndLeavesOneWithoutMarkerAlone) {
+    const QString good = WriteRaw(QStringLiteral("good.tvl"),
+                                  lists::ImageListLines(LocalRow(), {"IMAGE>/p/old.jpg"}));
+    ASSERT_TRUE(lists::ReWriteImageList(good, {"IMAGE>/p/new.jpg"}));
+    QStringList back;
+    ASSERT_TRUE(lists::ReadTextLines(good, back));
+    EXPECT_EQ(back.last(), QStringLiteral("IMAGE>/p/new.jpg"));
+    EXPECT_EQ(back[6], QStringLiteral("COUNT,1"));
+    EXPECT_TRUE(Bytes(good).endsWith("IMAGE>/p/new.jpg\r\n"));
+
+    const QStringList broken = lists::ImageListLines(LocalRow(), {}).mid(0, 15);
+    const QString bad = WriteRaw(QStringLiteral("bad.tvl"), broken);
+    const QByteArray before = Bytes(bad);
+    EXPECT_FALSE(lists::ReWriteImageList(bad, {"IMAGE>/p/new.jpg"}));
+    EXPECT_EQ(Bytes(bad), before);
+    EXPECT_FALSE(lists::ReWriteImageList(Path(QStringLiteral("missing.tvl")), {}));
+}
+
+TEST_F(ImageListFile, ReadsLfOnlyFilesAndKeepsBlankRecordsInsideTheList) {
+    QFile file(Path(QStringLiteral("lf.tvl")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("banner\nTITLE\nLF\nIMAGES\nIMAGE>a\n\nIMAGE>b\n");
+    file.close();
+    QStringList lines;
+    ASSERT_TRUE(lists::ReadTextLines(file.fileName(), lines));
+    const LoadedImageList loaded = lists::ParseImageList(lines, file.fileName());
+    EXPECT_EQ(loaded.row.title, QStringLiteral("LF"));
+    EXPECT_EQ(loaded.images, (QStringList{"IMAGE>a", "", "IMAGE>b"}));
+}
+
+TEST_F(ImageListFile, DatesUseTheShortFormatWithAFourDigitYearAndReadBack) {
+    const QDate day(2026, 2, 1);
+    EXPECT_EQ(lists::ListDateText(day), QStringLiteral("01/02/2026"));
+    EXPECT_EQ(lists::ListDateFromText(QStringLiteral(" 01/02/2026 ")), day);
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    EXPECT_EQ(lists::ListDateFromText(lists::ListDateText(day)), day);
+    EXPECT_TRUE(lists::ListDateText(day).contains(QStringLiteral("2026")));
+    EXPECT_FALSE(lists::ListDateFromText(QStringLiteral("soon")).isValid());
+}
+
+TEST_F(ImageListFile, IconKeysDifferBetweenReadingAndCreating) {
+    EXPECT_EQ(lists::IconKeyForLoadedType("Local"), QStringLiteral("folder"));
+    EXPECT_EQ(lists::IconKeyForLoadedType("Web"), QStringLiteral("web"));
+    EXPECT_EQ(lists::IconKeyForLoadedType("Flickr"), QStringLiteral("flickr"));
+    EXPECT_EQ(lists::IconKeyForLoadedType("RSS"), QStringLiteral("flickr"));
+    EXPECT_EQ(lists::IconKeyForNewType("Local"), QStringLiteral("folder"));
+    EXPECT_EQ(lists::IconKeyForNewType("Flickr-Group-Public"), QStringLiteral("flickr"));
+    EXPECT_EQ(lists::IconKeyForNewType("RSS"), QStringLiteral("web"));
+    EXPECT_EQ(lists::IconKeyForNewType("local"), QStringLiteral("web"));
+}
+
+TEST_F(ImageListFile, WebListNamesAreTheSourceCleanedAndCutToTenCharacters) {
+    EXPECT_EQ(lists::WebListBaseName("http://www.Example.com/photos/"),
+              QStringLiteral("wwwexample"));
+    EXPECT_EQ(lists::WebListBaseName("FTP://a.b/~me/%20#x$y*z@w"), QStringLiteral("abme20xyzw"));
+    EXPECT_EQ(lists::WebListBaseName("https://a.b/c?d"), QStringLiteral("https:abc?"));
+    EXPECT_EQ(lists::WebListBaseName("Flickr-Interestingness"), QStringLiteral("flickr-int"));
+    EXPECT_EQ(lists::WebListBaseName("a\\b.c"), QStringLiteral("abc"));
+}
+
+TEST_F(ImageListFile, AFreeNameSkipsFilesOnDiskAndNamesTheTableHolds) {
+    ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("Imagelists")));
+    WriteRaw(QStringLiteral("Imagelists/wwwexample_1.tvl"), {"x"});
+    QString listName;
+    EXPECT_EQ(lists::FreeImageListFileName(dir.path(), "wwwexample", nullptr, &listName),
+              dir.path() + QStringLiteral("/Imagelists/wwwexample_2.tvl"));
+    EXPECT_EQ(listName, QStringLiteral("wwwexample_2"));
+    const QString second = dir.path() + QStringLiteral("/Imagelists/wwwexample_2.tvl");
+    EXPECT_EQ(lists::FreeImageListFileName(dir.path(), "wwwexample",
+                                           [&](const QString& f) { return f == second; }),
+              dir.path() + QStringLiteral("/Imagelists/wwwexample_3.tvl"));
+}
+
+TEST(DemoImageLists, EveryListOfTheDemoFolderReadsWithItsCountMatchingItsRecords) {
+    const QString folder =
+        QStringLiteral(TESSAVIEW_SOURCE_DIR) + QStringLiteral("/demo/Imagelists");
+    const QStringList names = QDir(folder).entryList({QStringLiteral("*.tvl")}, QDir::Files);
+    ASSERT_FALSE(names.isEmpty());
+    for (const QString& name : names) {
+        QStringList lines;
+        ASSERT_TRUE(lists::ReadTextLines(folder + QLatin1Char('/') + name, lines))
+            << qPrintable(name);
+        const LoadedImageList loaded = lists::ParseImageList(lines, name);
+        EXPECT_FALSE(loaded.failed) << qPrintable(name);
+        EXPECT_TRUE(loaded.sawImagesMarker) << qPrintable(name);
+        EXPECT_FALSE(loaded.row.title.isEmpty()) << qPrintable(name);
+        EXPECT_EQ(loaded.row.count.toInt(), lists::CountImageRecords(loaded.images))
+            << qPrintable(name);
+        EXPECT_GT(loaded.images.size(), 0) << qPrintable(name);
+    }
+}
