@@ -25,4 +25,7 @@ else
     printf '[General]\ninstallDir=%s\n' "$root/demo" >>"$store"
 fi
 
+# List files hold full paths, so the demo's list is written for wherever this checkout lives.
+"$root/scripts/make_demo_list.sh" "$root/demo"
+
 exec "$root/build/tessaview" /s
