@@ -225,10 +225,13 @@ void frmConfig::BuildShell() {
             stripLabel(QStringLiteral("lblOption(%1)").arg(i), {214, 4 + 18 * i, 160, 18});
     cmdRescanNow = new QPushButton(QStringLiteral("Re-Scan Now"), imgFileDetailsBacker);
     cmdRescanNow->setObjectName(QStringLiteral("cmdRescanNow"));
-    cmdRescanNow->setGeometry(214, 2, 100, 22);
+    cmdRescanNow->setGeometry(214, 2, 104, 22);
     cmdOpenURLinBrowser = new QPushButton(QStringLiteral("Open"), imgFileDetailsBacker);
     cmdOpenURLinBrowser->setObjectName(QStringLiteral("cmdOpenURLinBrowser"));
-    cmdOpenURLinBrowser->setGeometry(320, 2, 60, 22);
+    cmdOpenURLinBrowser->setGeometry(322, 2, 60, 22);
+    // The strip is tight: its buttons do with less padding than the main ones.
+    for (QPushButton* b : {cmdRescanNow, cmdOpenURLinBrowser})
+        b->setStyleSheet(QStringLiteral("QPushButton { padding: 1px 4px; }"));
     imgButton[2]->setParent(imgFileDetailsBacker);
     imgButton[2]->move(LeftWidth - 48, 34);
     imgButtonPressed[2]->setParent(imgFileDetailsBacker);
