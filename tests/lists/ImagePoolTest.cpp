@@ -59,12 +59,12 @@ protected:
 
 TEST_F(ImagePool, ListsLoadInNameOrderWithKeysTitlesAndWebEntries) {
     const QStringList local = MakePictures(pics, {"a.jpg", "b.jpg"});
-    ListFileSpec folder;
+    ListFileContents folder;
     folder.source = pics + QLatin1Char('/');
     folder.records = ImageRecords(local);
     WriteListFile(lists + QStringLiteral("/b_folder_1.tvl"), folder, Today());
 
-    ListFileSpec flickr;
+    ListFileContents flickr;
     flickr.title = QStringLiteral("Group, with commas");
     flickr.source = QStringLiteral("Flickr-Group-Public");
     flickr.type = QStringLiteral("Flickr");
@@ -105,9 +105,9 @@ TEST_F(ImagePool, ListsLoadInNameOrderWithKeysTitlesAndWebEntries) {
 }
 
 TEST_F(ImagePool, ARebuildStartsTheKeysAfresh) {
-    ListFileSpec spec;
-    spec.records = ImageRecords(MakePictures(pics, {"a.jpg", "b.jpg", "c.jpg"}));
-    WriteListFile(lists + QStringLiteral("/one.tvl"), spec, Today());
+    ListFileContents contents;
+    contents.records = ImageRecords(MakePictures(pics, {"a.jpg", "b.jpg", "c.jpg"}));
+    WriteListFile(lists + QStringLiteral("/one.tvl"), contents, Today());
     show->LoadFullImageList();
     show->ImageList.remove(0);
     show->LoadFullImageList();
@@ -116,11 +116,11 @@ TEST_F(ImagePool, ARebuildStartsTheKeysAfresh) {
 }
 
 TEST_F(ImagePool, AListWithoutTheImagesLineEndsItsReadAndTheNextListStillLoads) {
-    ListFileSpec broken;
+    ListFileContents broken;
     broken.records = ImageRecords(MakePictures(pics, {"lost.jpg"}));
     broken.withImagesLine = false;
     WriteListFile(lists + QStringLiteral("/a_broken.tvl"), broken, Today());
-    ListFileSpec good;
+    ListFileContents good;
     const QStringList kept = MakePictures(pics, {"kept.jpg"});
     good.records = ImageRecords(kept);
     WriteListFile(lists + QStringLiteral("/b_good.tvl"), good, Today());
@@ -135,23 +135,23 @@ TEST_F(ImagePool, AListWithoutTheImagesLineEndsItsReadAndTheNextListStillLoads) 
 }
 
 TEST_F(ImagePool, AListTitledImagesStopsTheHeaderAtItsTitle) {
-    ListFileSpec spec;
-    spec.title = QStringLiteral("IMAGES");
-    spec.source = pics + QLatin1Char('/');
+    ListFileContents contents;
+    contents.title = QStringLiteral("IMAGES");
+    contents.source = pics + QLatin1Char('/');
     const QStringList paths = MakePictures(pics, {"a.jpg"});
-    spec.records = ImageRecords(paths);
-    WriteListFile(lists + QStringLiteral("/odd.tvl"), spec, Today());
+    contents.records = ImageRecords(paths);
+    WriteListFile(lists + QStringLiteral("/odd.tvl"), contents, Today());
     show->LoadFullImageList();
     // The header lines after the title are read as records and dropped. The type was never
     // read, so the images come as web entries, and the unread scan date makes the list due.
     EXPECT_EQ(Texts(show->ImageList),
               QStringList({QStringLiteral("web::odd::") + paths[0] + QStringLiteral("::IMAGES")}));
-    EXPECT_EQ(LogCount(show, QStringLiteral("              path is ") + spec.source), 0);
+    EXPECT_EQ(LogCount(show, QStringLiteral("              path is ") + contents.source), 0);
     EXPECT_EQ(LogCount(show, QStringLiteral("      TIME TO RESCAN ")), 1);
 }
 
 TEST_F(ImagePool, AnAbortedWebRescanLeavesTheFilesImagesAndSkipsTwoPasses) {
-    ListFileSpec web;
+    ListFileContents web;
     web.type = QStringLiteral("Web");
     web.source = QStringLiteral("http://pages.example/gallery.html");
     web.lastScan = ListFileDateText(Today().addDays(-7));
@@ -182,7 +182,7 @@ TEST_F(ImagePool, AnAbortedWebRescanLeavesTheFilesImagesAndSkipsTwoPasses) {
 }
 
 TEST_F(ImagePool, AnAbortedFolderRescanGivesNothingThisPassAndTheFileNextPass) {
-    ListFileSpec folder;
+    ListFileContents folder;
     folder.source = pics + QLatin1Char('/');
     folder.lastScan = ListFileDateText(Today().addDays(-1));
     folder.interval = QStringLiteral("1");
@@ -207,12 +207,12 @@ TEST_F(ImagePool, TheThousandDayRuleAndTheDueDate) {
     auto due = [&](const QString& lastScan, const QString& interval) {
         QDir(lists).removeRecursively();
         QDir().mkpath(lists);
-        ListFileSpec spec;
-        spec.type = QStringLiteral("Web");
-        spec.lastScan = lastScan;
-        spec.interval = interval;
-        spec.records = {QStringLiteral("IMAGE>http://h/1.jpg")};
-        WriteListFile(lists + QStringLiteral("/l.tvl"), spec, Today());
+        ListFileContents contents;
+        contents.type = QStringLiteral("Web");
+        contents.lastScan = lastScan;
+        contents.interval = interval;
+        contents.records = {QStringLiteral("IMAGE>http://h/1.jpg")};
+        WriteListFile(lists + QStringLiteral("/l.tvl"), contents, Today());
         show->ScanSkip.fill(0);
         show->lstDebug->clear();
         show->LoadFullImageList();

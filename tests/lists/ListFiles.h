@@ -10,7 +10,7 @@
 
 // Image list files written line by line as the program's lists look on disk, so that the
 // pool's tests do not lean on the configuration window's writer.
-struct ListFileSpec {
+struct ListFileContents {
     QString title = QStringLiteral("Holiday");
     QString source;
     QString type = QStringLiteral("Local");
@@ -30,24 +30,25 @@ inline void WriteRaw(const QString& path, const QStringList& lines) {
         file.write((line + QStringLiteral("\r\n")).toUtf8());
 }
 
-inline void WriteListFile(const QString& path, const ListFileSpec& spec, const QDate& today) {
+inline void WriteListFile(const QString& path, const ListFileContents& contents,
+                          const QDate& today) {
     QStringList lines{QStringLiteral("Imagelist for Ferrin's Tessaview"),
                       QString(30, '-'),
                       QStringLiteral("TITLE"),
-                      spec.title,
+                      contents.title,
                       QStringLiteral("PATH"),
-                      spec.source};
+                      contents.source};
     int images = 0;
-    for (const QString& r : spec.records)
+    for (const QString& r : contents.records)
         if (r.startsWith(QLatin1String("IMAG"))) ++images;
-    lines << QStringLiteral("COUNT,%1").arg(images) << QStringLiteral("LOCALORWEB,") + spec.type
+    lines << QStringLiteral("COUNT,%1").arg(images) << QStringLiteral("LOCALORWEB,") + contents.type
           << QStringLiteral("LASTSCAN,") +
-                 (spec.lastScan.isNull() ? ListFileDateText(today) : spec.lastScan)
-          << QStringLiteral("SCANINTERVAL,") + spec.interval;
-    for (const QString& option : spec.options)
+                 (contents.lastScan.isNull() ? ListFileDateText(today) : contents.lastScan)
+          << QStringLiteral("SCANINTERVAL,") + contents.interval;
+    for (const QString& option : contents.options)
         lines << QStringLiteral("OPTION,") + option;
-    if (spec.withImagesLine) lines << QStringLiteral("IMAGES");
-    lines << spec.records;
+    if (contents.withImagesLine) lines << QStringLiteral("IMAGES");
+    lines << contents.records;
     WriteRaw(path, lines);
 }
 

@@ -110,10 +110,10 @@ TEST_F(RemainingList, ReadsBackByPositionWithKeysKept) {
 
 TEST_F(RemainingList, AShowStoppedAtItsFirstImageSavesThePoolAndTheNextShowGoesOnFromIt) {
     const QStringList paths = MakePictures(pics, {"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"});
-    ListFileSpec spec;
-    spec.source = pics + QLatin1Char('/');
-    spec.records = ImageRecords(paths);
-    WriteListFile(lists + QStringLiteral("/pics_1.tvl"), spec, platform::Today());
+    ListFileContents contents;
+    contents.source = pics + QLatin1Char('/');
+    contents.records = ImageRecords(paths);
+    WriteListFile(lists + QStringLiteral("/pics_1.tvl"), contents, platform::Today());
 
     frmSlideShow* show = Start(0);
     EXPECT_FALSE(show->ResumedFromRemainingList);
@@ -151,10 +151,10 @@ TEST_F(RemainingList, AShowStoppedAtItsFirstImageSavesThePoolAndTheNextShowGoesO
 
 TEST_F(RemainingList, AfterTheResetTheNextShowStartsFromTheLists) {
     const QStringList paths = MakePictures(pics, {"1.jpg", "2.jpg", "3.jpg", "4.jpg"});
-    ListFileSpec spec;
-    spec.source = pics + QLatin1Char('/');
-    spec.records = ImageRecords(paths);
-    WriteListFile(lists + QStringLiteral("/pics_1.tvl"), spec, platform::Today());
+    ListFileContents contents;
+    contents.source = pics + QLatin1Char('/');
+    contents.records = ImageRecords(paths);
+    WriteListFile(lists + QStringLiteral("/pics_1.tvl"), contents, platform::Today());
 
     frmSlideShow* show = Start(0);
     NextChange(show);

@@ -42,10 +42,10 @@ protected:
         return out;
     }
     void WriteList(const QString& name, const QStringList& paths) {
-        ListFileSpec spec;
-        spec.source = root + QLatin1Char('/');
-        spec.records = ImageRecords(paths);
-        WriteListFile(lists + QLatin1Char('/') + name, spec, platform::Today());
+        ListFileContents contents;
+        contents.source = root + QLatin1Char('/');
+        contents.records = ImageRecords(paths);
+        WriteListFile(lists + QLatin1Char('/') + name, contents, platform::Today());
     }
 
     frmSlideShow* show = nullptr;
