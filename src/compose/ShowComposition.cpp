@@ -66,27 +66,20 @@ void frmSlideShow::FadePanelToBlack() {
     if (!ExitShow) NextChangeTime = platform::Now().addSecs(2);
 }
 
-// STAND-IN until images are loaded and laid out: every frame is the internal logo on the
-// background colour, whatever the layout.
+// STAND-IN until images are loaded and laid out: the next image is drawn from the pool as the
+// layouts will draw it, but every frame shows the internal logo on the background colour,
+// whatever the layout and whatever the image.
 void frmSlideShow::AssembleCanvas(int layout) {
     Q_UNUSED(layout);
     StackInProgress = false;
     FourUpInProgress = false;
-    SetStatus(QStringLiteral("Choosing Next Image"));
-    ChooseNextImage(1);
+    if (ShowList.isEmpty()) ChooseNextImage(1, RandomImages, RandomFolders, false);
     if (ShowList.isEmpty()) return;
+    SetStatus2(ShowList.text(0));
 
     dib::Release(CanvasDIB);
     CanvasDIB = dib::ImageToDib(LogoFrame(FormWidth, FormHeight, BackgroundColour, 0.6));
     if (CanvasDIB) NextImageReady = true;
-}
-
-// STAND-IN until the image lists exist: the only image there is, is the logo.
-void frmSlideShow::ChooseNextImage(int count) {
-    for (int i = ShowList.count(); i < count; ++i) {
-        ShowList.add(QStringLiteral("INTERNAL:0"));
-        CaptionsList.add(QStringLiteral(" | "));
-    }
 }
 
 // STAND-IN until the blended fade exists: the new frame replaces the old one at once. What
@@ -109,15 +102,15 @@ void frmSlideShow::NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int 
     raise();
 
     if (!ShowList.isEmpty()) {
-        CurrentImagePath = ShowList.text(0);
+        CurrentImage = ShowList.text(0);
         CurrentImageTag = ShowList.tag(0);
         PreviousFolder = CurrentFolder;
-        CurrentFolder = common::FolderOf(CurrentImagePath);
+        CurrentFolder = common::FolderOf(CurrentImage);
         ShowList.remove(0);
         const QString caption = CaptionsList.text(0);
         const int bar = static_cast<int>(caption.indexOf('|'));
-        CurrentTitle = (bar >= 0 ? caption.left(bar) : caption).trimmed();
-        CurrentDescription = (bar >= 0 ? caption.mid(bar + 1) : QString()).trimmed();
+        CaptionFullName = (bar >= 0 ? caption.left(bar) : caption).trimmed();
+        CaptionSource = (bar >= 0 ? caption.mid(bar + 1) : QString()).trimmed();
         CaptionsList.remove(0);
     }
     SetStatus(QStringLiteral("Crossfading ... "));

@@ -85,11 +85,42 @@ public:
     void NewCheckAndSetupPanoScrolling(int slot, int monitorSet, QRect& area, QPoint& place);
     void ScrollPano();
     void UpdateCaption();
-    void ChooseNextImage(int count);
+
+    // --- Image selection -----------------------------------------------------------------
+    // Appends that many entries to ShowList, with their captions to CaptionsList.
+    void ChooseNextImage(int numberOfImagesToAdd, bool randomImages, bool randomFolders,
+                         bool newFolderOnly);
+    void IsBackgroundImage(const QString& path, bool& result);
+    void NextSequentialImage(QString& entry, std::int32_t& tag);
+    void NextRandomImage(QString& entry, std::int32_t& tag);
+    void NextRandomFolderImage(QString& entry, std::int32_t& tag);
+    void NextRandomFolderRandomImage(QString& entry, std::int32_t& tag);
+    // Four Up: may answer "exit" when the folder has nothing more.
+    void NextImageFromSameRandomFolder(QString& entry, std::int32_t& tag);
+    void CheckThereIsARandomFolderSet();
+    void NewRandomFolder(QString& result);
+    void GetNextImageFromRandomFolder(const TaggedStringList& list, const QString& folder,
+                                      bool& found, int& index);
+    void CollectImagesInARandomFolder(TaggedStringList& source, const QString& folder,
+                                      TaggedStringList& target);
+    void GetImageFolder(const QString& path, QString& result);
+    void CollectFolderNamesFromImageList();
+    void ShowImageLists();
+    void WebImageExists(const QString& entry, QString& cachedPath, bool& exists);
 
     // --- Lists, night and sound -----------------------------------------------------------
     void LoadImageLists();
+    void LoadFullImageList();
+    void LoadListOfImages(const QString& index);
+    void AddToImageListOrOther(const QString& line, const QString& localOrWeb,
+                               const QString& listName, const QString& listTitle, int& added);
+    static void ExtraInfo(std::int32_t key, const TaggedStringList& list, QString& text,
+                          bool& found);
+    void RemoveHTMLFromFlickr(QString& text);
+    void AtLeastOneValidFileInImageList(bool& result);
     void SaveRemainingList();
+    void LoadRemainingList(const QString& fileName);
+    void RemainingListExists(bool& result);
     bool NightModeShouldBeOn();
     void FadeToNight();
     void FadeFromNight();
@@ -225,20 +256,40 @@ public:
     std::array<QString, 2> FrameNote;
     int MouseStartX = 0;
     int MouseStartY = 0;
-    std::array<int, 256> ScanSkip{};
+    // One counter per position in lstImageLists: rescans still to leave out.
+    std::array<int, 255> ScanSkip{};
     int PrevCanvasDepth = 3;
     int PrevCanvasCount = 0;
     int PrevCanvasPosition = -1;
-    QString CurrentImagePath;
+    // The frame on the screen: its entry, its key and the two pieces of its caption line.
+    QString CurrentImage;
     std::int32_t CurrentImageTag = 0;
-    QString CurrentTitle;
-    QString CurrentDescription;
+    QString CaptionFullName;
+    QString CaptionSource;
     QString CurrentFolder;
     QString PreviousFolder;
     QString RemainingListPath[3];
 
+    // The pool, with the titles and descriptions some lists carry, keyed by the image's tag.
+    TaggedStringList ImageList;
+    TaggedStringList ImageTitles;
+    TaggedStringList ImageDescriptions;
+    // Full paths of the list files, and the record lines of the last rescan.
+    TaggedStringList lstImageLists;
+    TaggedStringList lstTempImageList;
+    // The queue of the coming frame and its caption lines, index for index.
     TaggedStringList ShowList;
     TaggedStringList CaptionsList;
+    // The current random folder's images, taken out of the pool.
+    TaggedStringList RandomFolderFileList;
+    TaggedStringList ImageFolderList;
+    bool NoValidImages = false;
+    bool SkipBackgroundImages = true;
+    QString ChosenTitle;
+    QString ChosenLink;
+    QString CachedImagePath;
+    // This show took up the pool the last one left; nothing depends on it yet.
+    bool ResumedFromRemainingList = false;
 
     // Geometry of the show, in pixels.
     int FormLeft = 0, FormTop = 0, FormWidth = 0, FormHeight = 0;

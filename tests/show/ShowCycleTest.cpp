@@ -111,7 +111,7 @@ TEST_F(ShowCycle, TimerTickChangesTheFrameOnlyOnceTheIntervalHasPassed) {
     EXPECT_EQ(show->FrameCounter, framesBefore + 1);
     EXPECT_EQ(show->ImagesShown, 0.0);
     EXPECT_EQ(show->NextChangeTime, platform::Now().addSecs(show->ImageInterval));
-    EXPECT_EQ(show->CurrentImagePath, QStringLiteral("INTERNAL:0"));
+    EXPECT_EQ(show->CurrentImage, QStringLiteral("INTERNAL:0"));
 
     // The photo stays for the whole interval.
     platform::AdvanceClock(show->ImageInterval * 1000);
