@@ -4,6 +4,7 @@
 #include "app/VbNumbers.h"
 #include "config/frmConfig.h"
 #include "lists/ImageListFile.h"
+#include "lists/ListDates.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListing.h"
 
@@ -86,10 +87,10 @@ void frmConfig::ShowFileDetails(int row) {
     lblLastScan->setText(QStringLiteral("Last Scan: ") + lastScan);
     const double interval = vb::Val(ListColumn(row, 6));
     if (interval < 1000) {
-        const QDate last = lists::ListDateFromText(lastScan);
+        const QDate last = ReadListFileDate(lastScan);
         lblNextScan->setText(
             QStringLiteral("Next Scan: ") +
-            (last.isValid() ? lists::ListDateText(last.addDays(vb::CLng(interval))) : QString()));
+            (last != ZeroDate() ? ListFileDateText(last.addDays(vb::CLng(interval))) : QString()));
     } else {
         lblNextScan->setText(QStringLiteral("(no automatic rescan)"));
     }

@@ -1,5 +1,7 @@
 #include "lists/ImageListFile.h"
 
+#include "lists/ListDates.h"
+
 #include "app/Common.h"
 #include "platform/Clock.h"
 #include "show/frmSlideShow.h"
@@ -27,13 +29,6 @@ int SlotOfOption(const QString& name) {
         return 1;
     if (name == QLatin1String("LINKIMAGES")) return 2;
     return -1;
-}
-
-QString DateFormatWithLongYear() {
-    QString format = QLocale().dateFormat(QLocale::ShortFormat);
-    if (!format.contains(QLatin1String("yyyy")))
-        format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
-    return format;
 }
 
 } // namespace
@@ -158,7 +153,7 @@ QStringList ReWrittenImageListLines(const QStringList& oldLines, const QStringLi
         if (line.left(5) == QLatin1String("COUNT"))
             line = QStringLiteral("COUNT,") + QString::number(records.size());
         else if (line.left(8) == QLatin1String("LASTSCAN"))
-            line = QStringLiteral("LASTSCAN,") + ListDateText(today);
+            line = QStringLiteral("LASTSCAN,") + ListFileDateText(today);
     }
     return header + records;
 }
@@ -171,17 +166,6 @@ bool ReWriteImageList(const QString& fileName, const QStringList& records) {
     if (frmSlideShow::isLoaded() && frmSlideShow::instance()->DebugLogOn)
         frmSlideShow::instance()->BugLog(QStringLiteral("Re-Wrote >> ") + fileName);
     return true;
-}
-
-QString ListDateText(const QDate& date) {
-    return QLocale().toString(date, DateFormatWithLongYear());
-}
-
-QDate ListDateFromText(const QString& text) {
-    const QString trimmed = text.trimmed();
-    QDate date = QLocale().toDate(trimmed, DateFormatWithLongYear());
-    if (!date.isValid()) date = QLocale().toDate(trimmed, QLocale::ShortFormat);
-    return date;
 }
 
 QString IconKeyForLoadedType(const QString& type) {

@@ -67,12 +67,6 @@ QStringList ReWrittenImageListLines(const QStringList& oldLines, const QStringLi
 // "IMAGES" line or cannot be written.
 bool ReWriteImageList(const QString& fileName, const QStringList& records);
 
-// Dates in list files: the locale's short date with a four-digit year, so that a file reads
-// back to the same day under the locale that wrote it.
-QString ListDateText(const QDate& date);
-// Invalid when the text is no date under the present locale.
-QDate ListDateFromText(const QString& text);
-
 // The small icon of a row: "folder", "web" or "flickr". The reader knows "Local" and "Web" and
 // takes anything else for Flickr; a new list is Flickr only when its type starts so.
 QString IconKeyForLoadedType(const QString& type);

@@ -312,16 +312,6 @@ TEST_F(ImageListFile, ReadsLfOnlyFilesAndKeepsBlankRecordsInsideTheList) {
     EXPECT_EQ(loaded.images, (QStringList{"IMAGE>a", "", "IMAGE>b"}));
 }
 
-TEST_F(ImageListFile, DatesUseTheShortFormatWithAFourDigitYearAndReadBack) {
-    const QDate day(2026, 2, 1);
-    EXPECT_EQ(lists::ListDateText(day), QStringLiteral("01/02/2026"));
-    EXPECT_EQ(lists::ListDateFromText(QStringLiteral(" 01/02/2026 ")), day);
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    EXPECT_EQ(lists::ListDateFromText(lists::ListDateText(day)), day);
-    EXPECT_TRUE(lists::ListDateText(day).contains(QStringLiteral("2026")));
-    EXPECT_FALSE(lists::ListDateFromText(QStringLiteral("soon")).isValid());
-}
-
 TEST_F(ImageListFile, IconKeysDifferBetweenReadingAndCreating) {
     EXPECT_EQ(lists::IconKeyForLoadedType("Local"), QStringLiteral("folder"));
     EXPECT_EQ(lists::IconKeyForLoadedType("Web"), QStringLiteral("web"));

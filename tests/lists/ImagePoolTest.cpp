@@ -3,7 +3,6 @@
 #include "lists/ListFiles.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 
 namespace {
 
@@ -39,6 +38,13 @@ TEST(ListDates, WrittenDatesReadBackToTheSameDay) {
     EXPECT_TRUE(ListFileDateText(day).contains(QStringLiteral("2026")));
     EXPECT_EQ(ReadListFileDate(QStringLiteral("2026-03-04")), day);
     EXPECT_EQ(ReadListFileDate(QStringLiteral("not a date")), QDate(1899, 12, 30));
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    EXPECT_EQ(ListFileDateText(QDate(2026, 2, 1)), QStringLiteral("01/02/2026"));
+    EXPECT_EQ(ReadListFileDate(QStringLiteral(" 01/02/2026 ")), QDate(2026, 2, 1));
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    EXPECT_EQ(ReadListFileDate(ListFileDateText(day)), day);
+    QLocale::setDefault(before);
 }
 
 class ImagePool : public FormsFixture {
@@ -125,10 +131,7 @@ TEST_F(ImagePool, AListWithoutTheImagesLineEndsItsReadAndTheNextListStillLoads) 
     good.records = ImageRecords(kept);
     WriteListFile(lists + QStringLiteral("/b_good.tvl"), good, Today());
 
-    QElapsedTimer clock;
-    clock.start();
     show->LoadFullImageList();
-    EXPECT_LT(clock.elapsed(), 5000);
     EXPECT_EQ(Texts(show->ImageList), kept);
     EXPECT_EQ(LogCount(show, QStringLiteral("              no IMAGES line - the list is not read")),
               1);
@@ -190,10 +193,7 @@ TEST_F(ImagePool, AnAbortedFolderRescanGivesNothingThisPassAndTheFileNextPass) {
     folder.records = ImageRecords(paths);
     WriteListFile(lists + QStringLiteral("/pics_1.tvl"), folder, Today());
 
-    QElapsedTimer clock;
-    clock.start();
     show->LoadFullImageList();
-    EXPECT_LT(clock.elapsed(), 5000);
     EXPECT_EQ(LogCount(show, QStringLiteral("Scan aborted ")), 1);
     EXPECT_EQ(show->ScanSkip[0], 1);
     EXPECT_TRUE(show->ImageList.isEmpty());
