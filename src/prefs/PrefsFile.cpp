@@ -578,12 +578,11 @@ void frmConfig::LoadPrefs() {
                        QLatin1String(
                            "IMAGELISTS_REMOVE THIS ############################################ "
                            "REPLACE WITH PATH TO IMAGELISTS")) {
-                // Retired: image lists are found by scanning their folder. The lines are
-                // still taken, so that they are not read as keys.
-                // STAND-IN: the named lists would be loaded once image lists exist.
+                // Retired: image lists are found by scanning their folder. Only a user who
+                // types the whole key by hand gets here, and the lists named are still read.
                 const int count = Whole(f[1]);
                 for (int i = 0; i < count; ++i)
-                    next();
+                    LoadImageList(next().trimmed());
             }
         }
     } catch (const PrefsReadError&) {

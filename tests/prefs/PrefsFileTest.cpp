@@ -1,4 +1,5 @@
 #include "TestSupport.h"
+#include "lists/ListFiles.h"
 
 #include "config/ColourButton.h"
 #include "prefs/MRegistry.h"
@@ -239,6 +240,22 @@ TEST_F(PrefsFile, FilterListTakesExactlyItsCount) {
     Reload();
     ASSERT_EQ(config->lstDSCFilter->count(), 2);
     EXPECT_EQ(config->lstDSCFilter->item(1)->text(), QStringLiteral(" "));
+}
+
+TEST_F(PrefsFile, TheRetiredListKeyStillReadsTheListsItNames) {
+    ListFileContents list;
+    list.title = QStringLiteral("Typed by hand");
+    list.source = install.path() + QStringLiteral("/pics/");
+    list.records = {QStringLiteral("IMAGE>") + install.path() + QStringLiteral("/pics/a.jpg")};
+    const QString listFile = install.filePath(QStringLiteral("elsewhere.tvl"));
+    WriteListFile(listFile, list, QDate(2026, 11, 22));
+    Write("IMAGELISTS_REMOVE THIS ############################################ REPLACE WITH "
+          "PATH TO IMAGELISTS,1\r\n  " +
+          listFile.toUtf8() + "  \r\nINTERVAL,6\r\n");
+    Reload();
+    ASSERT_EQ(config->lvwFolderList->topLevelItemCount(), 1);
+    EXPECT_EQ(config->lvwFolderList->topLevelItem(0)->text(0), QStringLiteral("Typed by hand"));
+    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("6"));
 }
 
 TEST_F(PrefsFile, LayoutsInAnyOrderKeepTheirPercentages) {
