@@ -44,7 +44,7 @@ frmSlideShow::frmSlideShow() {
     MainTimer->setHandler([this] { MainTimer_Timer(); });
     LongProcessTimer = new VbTimer(20000, false, this);
     LongProcessTimer->setHandler([this] { LongProcessTimer_Timer(); });
-    // Enabled from the start like its design value; Initialize stops it.
+    // Enabled from the start, as built; Initialize stops it.
     ScrollTimer = new VbTimer(100, true, this);
     ScrollTimer->setHandler([this] { ScrollPano(); });
     VolDownTimer = new VbTimer(200, false, this);

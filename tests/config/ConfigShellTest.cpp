@@ -97,7 +97,7 @@ TEST_F(ConfigShell, APanelOpensInHalvingStepsOnItsOwnTimerAndPushesTheOthersDown
     EXPECT_FALSE(config->imgSetPageOpen[4]->isHidden());
 }
 
-TEST_F(ConfigShell, TheFirstPanelUsesTheDesignTimeTimer) {
+TEST_F(ConfigShell, TheFirstPanelUsesTheTimerBuiltWithTheWindow) {
     config->imgSetPageOpen_Click(0);
     ASSERT_TRUE(config->openPageTimer[0]->Enabled());
     Animate(config->openPageTimer, 0);
