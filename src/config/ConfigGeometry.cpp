@@ -1,5 +1,7 @@
 #include "config/ConfigGeometry.h"
 
+#include "app/VbNumbers.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -50,8 +52,9 @@ int SkyZoneAt(int tabLeft, int barLeft, int barWidth, int tabWidth) {
     const int maximum = barLeft + barWidth - tabWidth / 2;
     if (maximum <= minimum) return 0;
     const int position = std::clamp(tabLeft, minimum, maximum);
-    return static_cast<int>(std::lround(static_cast<double>(position - minimum) /
-                                        static_cast<double>(maximum - minimum) * SkyZones));
+    // Halves go to the even zone, as every other rounding of the program does.
+    return vb::CInt(static_cast<double>(position - minimum) /
+                    static_cast<double>(maximum - minimum) * SkyZones);
 }
 
 std::array<SkyMaskSpan, 2> SkyMaskSpans(int startTabLeft, int endTabLeft, int barLeft, int barWidth,

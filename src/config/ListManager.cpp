@@ -88,9 +88,8 @@ void frmConfig::ShowFileDetails(int row) {
     const double interval = vb::Val(ListColumn(row, 6));
     if (interval < 1000) {
         const QDate last = ReadListFileDate(lastScan);
-        lblNextScan->setText(
-            QStringLiteral("Next Scan: ") +
-            (last != ZeroDate() ? ListFileDateText(last.addDays(vb::CLng(interval))) : QString()));
+        lblNextScan->setText(QStringLiteral("Next Scan: ") +
+                             ListFileDateText(last.addDays(vb::CLng(interval))));
     } else {
         lblNextScan->setText(QStringLiteral("(no automatic rescan)"));
     }

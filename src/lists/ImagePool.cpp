@@ -5,6 +5,7 @@
 #include "app/VbNumbers.h"
 #include "app/modMain.h"
 #include "lists/ImageEntry.h"
+#include "lists/ImageListFile.h"
 #include "lists/ListDates.h"
 #include "platform/Clock.h"
 #include "platform/FileListing.h"
@@ -14,6 +15,7 @@
 #include <QFileInfo>
 #include <QStringConverter>
 #include <QTextStream>
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -67,13 +69,6 @@ void RescanURL(const QString& url, bool excludeGif, bool pageImages, bool linkIm
     aborted = true;
 }
 
-// Stand-in until the scanners arrive: only a successful rescan rewrites its list file, and
-// with the scanners above no rescan succeeds, so this is never reached yet.
-void ReWriteImageList(const QString& fileName, const TaggedStringList& lines) {
-    Q_UNUSED(fileName);
-    Q_UNUSED(lines);
-}
-
 // Stand-in until the web image cache arrives: the check of a list's cache folder against its
 // fresh records. Reached only after a successful web rescan, which does not happen yet.
 void VetCacheFolder(const TaggedStringList& list, const QString& cacheFolder) {
@@ -98,12 +93,14 @@ double Serial(const QDate& date) {
 }
 
 QDate FromSerial(double serial) {
-    return ZeroDate().addDays(static_cast<qint64>(std::floor(serial)));
+    // Junk intervals in a file can reach any size; the day count must stay in range.
+    return ZeroDate().addDays(static_cast<qint64>(std::floor(std::clamp(serial, -1e7, 1e7))));
 }
 
 } // namespace
 
 void frmSlideShow::LoadImageLists() {
+    PoolLoaded = true;
     if (DebugLogOn) BugLog(QStringLiteral("Loading image lists"));
     SetStatus(QStringLiteral("Loading Image Lists"));
 
@@ -260,7 +257,6 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
 
     int total = 0;
     bool scanned = false;
-    bool fileClosed = false;
     if (nextScan <= Serial(platform::Today()) && !noRescan) {
         if (DebugLogOn) BugLog(QStringLiteral("      TIME TO RESCAN "));
         scanned = true;
@@ -269,9 +265,10 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
         bool aborted = false;
         const bool local = localOrWeb == QLatin1String("Local");
         if (local) {
-            // The folder scanner gets the list's file free.
-            listFile.close();
-            fileClosed = true;
+            // While the folder scan is a stand-in the file stays open, so that a list whose
+            // scan reports an abort still gives the images its file holds. The folder scanner
+            // will need the file free: it closes it before scanning, and an abort then gives
+            // nothing on this pass.
             RescanFolder(path, recurse, lstTempImageList, count, aborted);
         } else if (localOrWeb == QLatin1String("Flickr")) {
             if (path == QLatin1String("Flickr-Interestingness")) {
@@ -304,16 +301,19 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
                 AddToImageListOrOther(item.text, localOrWeb, listName, title, added);
                 total += added;
             }
-            ReWriteImageList(file, lstTempImageList);
+            QStringList records;
+            for (const TaggedStringList::Item& item : lstTempImageList.items())
+                records << item.text;
+            lists::ReWriteImageList(file, records);
             if (!local && VetCache) VetCacheFolder(lstTempImageList, file.chopped(4));
         }
     }
 
     if (!scanned) {
         if (DebugLogOn) BugLog(QStringLiteral("              Loading in images ... "));
-        // After an aborted folder scan the file is closed: the list gives nothing this time
-        // and is read again on the next pass.
-        if (!fileClosed) {
+        // After a folder scan that closed the file and aborted, the list gives nothing this
+        // time and is read again on the next pass.
+        if (listFile.isOpen()) {
             while (!in.atEnd()) {
                 int added = 0;
                 AddToImageListOrOther(in.readLine().trimmed(), localOrWeb, listName, title, added);

@@ -82,6 +82,9 @@ void frmSlideShow::SaveRemainingList() {
     SetStatus(QStringLiteral("Saving Remaining List..."));
     if (DebugLogOn) BugLog(QStringLiteral("Saving Remaining List(s)..."));
     if (RemainingListPath[0].isEmpty()) return;
+    // A show stopped before its pool was read has nothing to say about what is left: the
+    // saved pool of the last show stays for the next one.
+    if (!PoolLoaded) return;
 
     QString out;
     out.reserve((ShowList.count() + RandomFolderFileList.count() + ImageList.count()) * 64 + 512);

@@ -91,6 +91,7 @@ void frmSlideShow::ChooseNextImage(int numberOfImagesToAdd, bool randomImages, b
 
             entry.clear();
             tag = 0;
+            const int poolBefore = ImageList.count() + RandomFolderFileList.count();
             if (!randomFolders) {
                 if (randomImages)
                     NextRandomImage(entry, tag);
@@ -132,6 +133,12 @@ void frmSlideShow::ChooseNextImage(int numberOfImagesToAdd, bool randomImages, b
             if (candidate == kUndrawn && entry.isEmpty() && ImageList.isEmpty() &&
                 RandomFolderFileList.isEmpty() && !ShowList.isEmpty())
                 candidate = kExit;
+            // A draw that took nothing from the pool would be made again for ever: blank
+            // entries (a bare record line in a list) have no folder to be found by, so they go.
+            if (candidate == kUndrawn && entry.isEmpty() &&
+                ImageList.count() + RandomFolderFileList.count() >= poolBefore &&
+                !DropBlankEntries())
+                candidate = kExit;
         }
 
         if (candidate == kNoImages) {
@@ -146,6 +153,19 @@ void frmSlideShow::ChooseNextImage(int numberOfImagesToAdd, bool randomImages, b
             CaptionsList.add(ChosenLink + QStringLiteral("|") + ChosenTitle);
         }
     }
+}
+
+bool frmSlideShow::DropBlankEntries() {
+    bool dropped = false;
+    for (TaggedStringList* list : {&ImageList, &RandomFolderFileList}) {
+        for (int i = list->count() - 1; i >= 0; --i) {
+            if (list->text(i).trimmed().isEmpty()) {
+                list->remove(i);
+                dropped = true;
+            }
+        }
+    }
+    return dropped;
 }
 
 void frmSlideShow::IsBackgroundImage(const QString& path, bool& result) {

@@ -94,6 +94,8 @@ public:
     void NextSequentialImage(QString& entry, std::int32_t& tag);
     void NextRandomImage(QString& entry, std::int32_t& tag);
     void NextRandomFolderImage(QString& entry, std::int32_t& tag);
+    // Removes entries without text from the pool; true when there were any.
+    bool DropBlankEntries();
     void NextRandomFolderRandomImage(QString& entry, std::int32_t& tag);
     // Four Up: may answer "exit" when the folder has nothing more.
     void NextImageFromSameRandomFolder(QString& entry, std::int32_t& tag);
@@ -278,6 +280,8 @@ public:
     TaggedStringList lstImageLists;
     TaggedStringList lstTempImageList;
     // The queue of the coming frame and its caption lines, index for index.
+    // Set once the pool has been read, so that a stop before it keeps the saved pool.
+    bool PoolLoaded = false;
     TaggedStringList ShowList;
     TaggedStringList CaptionsList;
     // The current random folder's images, taken out of the pool.

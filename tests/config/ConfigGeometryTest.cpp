@@ -60,6 +60,10 @@ TEST(ConfigGeometry, SkyTabsSpanTheBarAtTheirCentres) {
     EXPECT_EQ(SkyZoneAt(112, 7, 384, 14), 28);
     EXPECT_EQ(SkyZoneAt(900, 7, 384, 14), 96);
     EXPECT_EQ(SkyZoneAt(-50, 7, 384, 14), 0);
+    // Half a zone goes to the even one.
+    EXPECT_EQ(SkyZoneAt(2, 7, 384, 14), 0);
+    EXPECT_EQ(SkyZoneAt(10, 7, 384, 14), 2);
+    EXPECT_EQ(SkyZoneAt(6, 7, 384, 14), 2);
 }
 
 TEST(ConfigGeometry, NightShadingWrapsPastMidnight) {

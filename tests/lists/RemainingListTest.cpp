@@ -64,6 +64,7 @@ TEST_F(RemainingList, LayoutIsExact) {
     show->ImageList.add(QStringLiteral("web::l_1::http://h/a.jpg::Web || list"), 5);
     show->ImageList.add(QStringLiteral("/q/d.jpg"), 6);
     show->ImageTitles.add(QStringLiteral("A title"), 5);
+    show->PoolLoaded = true;
     show->SaveRemainingList();
 
     EXPECT_EQ(ReadAll(remain), QByteArray("CURRENTIMAGEPATH\r\n"
@@ -188,3 +189,14 @@ TEST_F(RemainingList, AVanishedCurrentImageIsNotQueuedAgain) {
 }
 
 } // namespace
+
+TEST_F(RemainingList, AStopBeforeThePoolIsReadKeepsTheSavedPool) {
+    frmSlideShow* show = frmSlideShow::instance();
+    show->Initialize();
+    const QString saved = show->RemainingListPath[0];
+    WriteRaw(saved, {QStringLiteral("CURRENTIMAGEPATH"), QStringLiteral("/p/kept.jpg")});
+    const QByteArray before = ReadAll(saved);
+    show->ImageList.add(QStringLiteral("/p/other.jpg"), 0);
+    show->SaveRemainingList();
+    EXPECT_EQ(ReadAll(saved), before);
+}

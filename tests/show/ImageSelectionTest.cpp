@@ -242,3 +242,20 @@ TEST_F(ImageSelection, AShowWalksThePoolInTheOrderOfTheConfigurationWindow) {
 }
 
 } // namespace
+
+TEST_F(ImageSelection, BlankEntriesAreDroppedInsteadOfDrawnForEver) {
+    // Bare record lines give entries without a folder; every order must get past them.
+    for (const auto& [randomImages, randomFolders] :
+         {std::pair{true, true}, {false, true}, {true, false}, {false, false}}) {
+        show->ShowList.clear();
+        show->CaptionsList.clear();
+        show->NoValidImages = false;
+        show->ImageList.clear();
+        show->ImageList.add(QString(), 0);
+        show->ImageList.add(QStringLiteral("  "), 1);
+        show->ChooseNextImage(1, randomImages, randomFolders, false);
+        EXPECT_TRUE(show->ImageList.isEmpty());
+        ASSERT_EQ(show->ShowList.count(), 1);
+        EXPECT_EQ(show->ShowList.text(0), QStringLiteral("INTERNAL:0"));
+    }
+}
