@@ -57,10 +57,12 @@ void frmConfig::WireListManager() {
     };
     connect(lvwFolderList, &QTreeWidget::itemClicked, this,
             [this, rowOf](QTreeWidgetItem* item) { ShowFileDetails(rowOf(item)); });
-    connect(lvwFolderList, &QTreeWidget::currentItemChanged, this,
-            [this, rowOf](QTreeWidgetItem* current) {
-                if (current) ShowFileDetails(rowOf(current));
-            });
+    // A chosen row, by click or by keys. Not the current row as such: the table makes its first
+    // row current when it takes the focus, and that is no choice of the user's.
+    connect(lvwFolderList, &QTreeWidget::itemSelectionChanged, this, [this, rowOf] {
+        const QList<QTreeWidgetItem*> chosen = lvwFolderList->selectedItems();
+        if (!chosen.isEmpty()) ShowFileDetails(rowOf(chosen.first()));
+    });
     lblImageCount->installEventFilter(this);
     lblImageCount->setCursor(Qt::PointingHandCursor);
     lblImageCount->setToolTip(QStringLiteral("Show or hide the images of this list"));

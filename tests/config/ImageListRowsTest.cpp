@@ -1,5 +1,7 @@
 #include "TestSupport.h"
+
 #include "lists/ImageListFile.h"
+#include <QFocusEvent>
 
 #include <QDir>
 #include <QFile>
@@ -137,6 +139,17 @@ TEST_F(ImageListRows, TheWindowLoadsTheInstallFoldersListsAtStart) {
     // A list without images keeps its row, with a count of 0.
     EXPECT_EQ(config->ListColumn(1, 1), QStringLiteral("0"));
     EXPECT_TRUE(Entries(1).isEmpty());
+
+    // The table taking the focus at start makes a row current but chooses none: no details,
+    // no arrow to show a list's images.
+    QFocusEvent focus(QEvent::FocusIn, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(config->lvwFolderList, &focus);
+    ASSERT_NE(config->lvwFolderList->currentItem(), nullptr);
+    EXPECT_TRUE(config->lblLocation->isHidden());
+    EXPECT_TRUE(config->imgSetPageOpen[21]->isHidden());
+    // Keys that move the choice show it.
+    config->lvwFolderList->setCurrentItem(config->lvwFolderList->topLevelItem(1));
+    EXPECT_FALSE(config->lblLocation->isHidden());
 }
 
 TEST_F(ImageListRows, AMissingFileIsPassedOverSilentlyAndABrokenOneKeepsItsHalfRow) {
