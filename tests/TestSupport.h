@@ -43,11 +43,23 @@ protected:
         });
         // The show reads its settings from the configuration window, as in a real run.
         SaveSetting(QStringLiteral("installDir"), install.path());
+        LoadConfig();
+    }
+    // A fresh configuration window, started as a run starts it, reading the install folder
+    // as it is now.
+    static frmConfig* ReloadConfig() {
+        Forms::UnloadAll();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return LoadConfig();
+    }
+    static frmConfig* LoadConfig() {
+        const QString installDir = InstallDir;
         frmConfig* config = frmConfig::instance();
         config->FormIsInitializing = true;
         config->Initialize();
         config->FormIsInitializing = false;
-        InstallDir = install.path();
+        InstallDir = installDir;
+        return config;
     }
     void TearDown() override {
         frmSlideShow::StopStepObserver = nullptr;

@@ -33,19 +33,10 @@ QLabel* Muted(const QString& text) {
     return l;
 }
 
-QPixmap Picture(const QString& resource, QSize size) {
-    QPixmap pixmap(QStringLiteral(":/") + resource);
-    if (pixmap.isNull()) {
-        pixmap = QPixmap(size);
-        pixmap.fill(QColor(0x2a, 0x33, 0x42));
-    }
-    return pixmap;
-}
-
 // A sample picture of an effect, 120 by 80.
 QLabel* Sample(QWidget* parent, const QString& name, const QString& resource) {
     auto* l = Named(new QLabel(parent), name);
-    l->setPixmap(Picture(resource, QSize(120, 80)));
+    l->setPixmap(ConfigArt(resource, QSize(120, 80)));
     l->setScaledContents(true);
     l->setGeometry(0, 0, 120, 80);
     return l;
@@ -83,7 +74,7 @@ void frmConfig::BuildPageHeading(int index, QWidget* heading) {
     row->setContentsMargins(6, 0, 30, 0);
     row->setSpacing(8);
     auto* icon = new QLabel();
-    icon->setPixmap(Picture(QStringLiteral("page_icon_%1.png").arg(index), QSize(20, 20)));
+    icon->setPixmap(ConfigArt(QStringLiteral("page_icon_%1.png").arg(index), QSize(20, 20)));
     icon->setFixedSize(20, 20);
     icon->setScaledContents(true);
     row->addWidget(icon);
@@ -126,11 +117,11 @@ void frmConfig::BuildSettingsPanels() {
         auto* holder = Named(new QWidget(), Indexed("LayoutSlider", index));
         holder->setFixedSize(150, 22);
         auto* bar = Named(new QLabel(holder), Indexed("LayoutSliderBar", index));
-        bar->setPixmap(Picture(QStringLiteral("slider_track.png"), QSize(200, 12)));
+        bar->setPixmap(ConfigArt(QStringLiteral("slider_track.png"), QSize(200, 12)));
         bar->setScaledContents(true);
         bar->setGeometry(0, 5, 150, 12);
         auto* knob = Named(new QLabel(holder), Indexed("imgLayoutSlider", index));
-        knob->setPixmap(Picture(QStringLiteral("slider_knob.png"), QSize(12, 20)));
+        knob->setPixmap(ConfigArt(QStringLiteral("slider_knob.png"), QSize(12, 20)));
         knob->setScaledContents(true);
         knob->setGeometry(0, 1, 12, 20);
         knob->setCursor(Qt::SizeHorCursor);
@@ -308,7 +299,7 @@ void frmConfig::BuildSettingsPanels() {
     picPanoDemo = Named(new QFrame(), QStringLiteral("picPanoDemo"));
     picPanoDemo->setFixedSize(200, 60);
     picPanoDemoScroller = Named(new QLabel(picPanoDemo), QStringLiteral("picPanoDemoScroller"));
-    picPanoDemoScroller->setPixmap(Picture(QStringLiteral("pano_strip.png"), QSize(480, 60)));
+    picPanoDemoScroller->setPixmap(ConfigArt(QStringLiteral("pano_strip.png"), QSize(480, 60)));
     picPanoDemoScroller->setGeometry(0, 0, 480, 60);
     row(g, picPanoDemo,
         Muted(QStringLiteral("Images much wider or taller than the screen glide slowly from one "
@@ -459,7 +450,7 @@ void frmConfig::BuildSettingsPanels() {
     lblNightModeClock->setAlignment(Qt::AlignCenter);
     lblNightModeClock->setGeometry(149, 36, 100, 18);
     imgSkyBar = Named(new QLabel(sky), QStringLiteral("imgSkyBar"));
-    imgSkyBar->setPixmap(Picture(QStringLiteral("skybar.png"), QSize(384, 24)));
+    imgSkyBar->setPixmap(ConfigArt(QStringLiteral("skybar.png"), QSize(384, 24)));
     imgSkyBar->setScaledContents(true);
     imgSkyBar->setGeometry(7, 5, 384, 24);
     imgSkyBar->setMouseTracking(true);
@@ -472,9 +463,9 @@ void frmConfig::BuildSettingsPanels() {
     }
     for (int i = 0; i < 2; ++i) {
         auto* tab = Named(new QLabel(sky), Indexed("imgSkyTab", i));
-        tab->setPixmap(
-            Picture(i == 0 ? QStringLiteral("skytab_start.png") : QStringLiteral("skytab_end.png"),
-                    QSize(14, 34)));
+        tab->setPixmap(ConfigArt(i == 0 ? QStringLiteral("skytab_start.png")
+                                        : QStringLiteral("skytab_end.png"),
+                                 QSize(14, 34)));
         tab->setScaledContents(true);
         tab->setGeometry(0, 0, 14, 34);
         tab->setCursor(Qt::SizeHorCursor);

@@ -35,7 +35,9 @@ constexpr int FolderListTop = 104;
 constexpr int DetailsHeight = 80;
 constexpr int ButtonHeight = 30;
 
-QPixmap Art(const QString& resource, QSize size) {
+} // namespace
+
+QPixmap ConfigArt(const QString& resource, QSize size) {
     QPixmap pixmap(QStringLiteral(":/") + resource);
     if (pixmap.isNull()) {
         // A missing picture must not take the window down with it: an empty square keeps the
@@ -45,8 +47,6 @@ QPixmap Art(const QString& resource, QSize size) {
     }
     return pixmap;
 }
-
-} // namespace
 
 frmConfig::frmConfig() {
     setObjectName(QStringLiteral("frmConfig"));
@@ -148,7 +148,7 @@ QLabel* frmConfig::MakeClickableImage(QWidget* parent, const QString& name, cons
                                       QSize size) {
     auto* image = new QLabel(parent);
     image->setObjectName(name);
-    image->setPixmap(Art(resource, size));
+    image->setPixmap(ConfigArt(resource, size));
     image->setScaledContents(true);
     image->resize(size);
     image->setCursor(Qt::PointingHandCursor);
@@ -159,7 +159,7 @@ QLabel* frmConfig::MakeClickableImage(QWidget* parent, const QString& name, cons
 void frmConfig::BuildShell() {
     auto* title = new QLabel(this);
     title->setObjectName(QStringLiteral("imgTitle"));
-    title->setPixmap(Art(QStringLiteral("config_header.png"), QSize(300, 48)));
+    title->setPixmap(ConfigArt(QStringLiteral("config_header.png"), QSize(300, 48)));
     title->setGeometry(LeftX, 6, 300, 48);
     lblVersion = new QLabel(this);
     lblVersion->setObjectName(QStringLiteral("lblVersion"));

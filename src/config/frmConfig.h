@@ -21,6 +21,11 @@
 #include <vector>
 
 class ColourButton;
+class QPixmap;
+
+// A picture of the window's artwork; a missing one gives an empty square of that size, so the
+// layout holds and the control stays clickable.
+QPixmap ConfigArt(const QString& resource, QSize size);
 class VbTimer;
 
 // The configuration window. It is also where the show finds its settings, and the form that

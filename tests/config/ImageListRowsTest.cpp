@@ -128,10 +128,7 @@ TEST_F(ImageListRows, TheWindowLoadsTheInstallFoldersListsAtStart) {
         {});
     MakeList("fl_1.tvl", "Friends", "Flickr", "01/01/2026", "1",
              {"PERPAGE==20", "USER_NSID==1@N00", "none==none", "none==none", "none==none"}, {});
-    Forms::UnloadAll();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    config = frmConfig::instance();
-    config->Initialize();
+    config = ReloadConfig();
     ASSERT_EQ(Rows(), 3);
     EXPECT_EQ(IconKey(1), QStringLiteral("folder"));
     EXPECT_EQ(IconKey(2), QStringLiteral("flickr"));

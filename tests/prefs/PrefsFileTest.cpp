@@ -107,14 +107,7 @@ protected:
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
     // A fresh form reading the file that is there now.
-    void Reload() {
-        Forms::UnloadAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        config = frmConfig::instance();
-        config->FormIsInitializing = true;
-        config->Initialize();
-        config->FormIsInitializing = false;
-    }
+    void Reload() { config = ReloadConfig(); }
     void Write(const QByteArray& body, const QByteArray& version = "6.0.1") {
         QFile f(install.filePath(QStringLiteral("TView_Prefs.txt")));
         ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));

@@ -387,12 +387,7 @@ TEST_F(ShowSettings, TheDebugLogHoldsTheValuesReadInOrder) {
                 "PLAYSOUND,0\r\n/sounds/ding.wav\r\n"
                 "NIGHT MODE,1,10,20,False\r\n");
     prefs.close();
-    Forms::UnloadAll();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    config = frmConfig::instance();
-    config->FormIsInitializing = true;
-    config->Initialize();
-    config->FormIsInitializing = false;
+    config = ReloadConfig();
 
     frmSlideShow* show = Read();
     EXPECT_TRUE(show->DebugLogOn);
