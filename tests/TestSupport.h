@@ -65,6 +65,7 @@ protected:
         frmSlideShow::StopStepObserver = nullptr;
         Forms::UnloadAll();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        DebugLog::instance().SetOff();
         platform::SetMsgBoxAnswerer(nullptr);
         platform::UseSystemClock();
         platform::ClearRandomFeed();

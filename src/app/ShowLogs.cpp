@@ -4,14 +4,6 @@
 #include "platform/MemInfo.h"
 #include "show/frmSlideShow.h"
 
-namespace {
-void WriteLine(QFile& file, const QString& text) {
-    file.write(text.toUtf8());
-    file.write("\r\n", 2);
-    file.flush();
-}
-} // namespace
-
 QString frmSlideShow::DebugLogPath() const {
     return InstallDir + QStringLiteral("/Tessaview_debug_log.txt");
 }
@@ -21,26 +13,11 @@ QString frmSlideShow::MemLogPath() const {
 }
 
 void frmSlideShow::OpenDebugLog() {
-    DebugLogOn = true;
-    const QString path = DebugLogPath();
-    if (debugLog_.isOpen()) debugLog_.close();
-    debugLog_.setFileName(path);
-    if (!debugLog_.open(QIODevice::WriteOnly | QIODevice::Truncate)) return;
-    WriteLine(debugLog_, path + QStringLiteral("Logfile opening .... "));
-    DebugLogOpen = true;
+    DebugLog::instance().Open(DebugLogPath());
 }
 
 void frmSlideShow::CloseDebugLog() {
-    DebugLogOpen = false;
-    if (debugLog_.isOpen()) debugLog_.close();
-}
-
-void frmSlideShow::BugLog(const QString& text) {
-    if (DebugLogOpen && debugLog_.isOpen()) WriteLine(debugLog_, text);
-    lstDebug->addItem(text);
-    lstDebug->setCurrentRow(lstDebug->count() - 1);
-    lstDebug->scrollToBottom();
-    if (lstDebug->isVisible()) lstDebug->repaint();
+    DebugLog::instance().Close();
 }
 
 void frmSlideShow::OpenMemlog() {
@@ -57,7 +34,7 @@ void frmSlideShow::CloseMemLog() {
 }
 
 void frmSlideShow::MemLog(const QString& text) {
-    if (MemLogOpen && memLog_.isOpen()) WriteLine(memLog_, text);
+    if (MemLogOpen && memLog_.isOpen()) WriteLogLine(memLog_, text);
 }
 
 std::int64_t frmSlideShow::MemoryPageSize() {

@@ -138,21 +138,29 @@ std::int16_t Wrap16(std::int64_t value) {
     return static_cast<std::int16_t>(static_cast<std::uint16_t>(static_cast<std::uint64_t>(value)));
 }
 
-std::int16_t CInt(double value) {
-    double r = RoundHalfEven(value);
-    if (!std::isfinite(r)) return 0;
-    if (r > 9.2e18 || r < -9.2e18) return 0;
-    return Wrap16(static_cast<std::int64_t>(r));
+namespace {
+template <typename T> std::optional<T> Whole(double value) {
+    const double r = RoundHalfEven(value);
+    if (!(r >= static_cast<double>(std::numeric_limits<T>::min()) &&
+          r <= static_cast<double>(std::numeric_limits<T>::max())))
+        return std::nullopt;
+    return static_cast<T>(r);
+}
+} // namespace
+
+std::optional<std::int16_t> CInt(double value) {
+    return Whole<std::int16_t>(value);
 }
 
-std::int32_t CLng(double value) {
-    double r = RoundHalfEven(value);
-    if (std::isnan(r)) return 0;
-    if (r >= static_cast<double>(std::numeric_limits<std::int32_t>::max()))
-        return std::numeric_limits<std::int32_t>::max();
-    if (r <= static_cast<double>(std::numeric_limits<std::int32_t>::min()))
-        return std::numeric_limits<std::int32_t>::min();
-    return static_cast<std::int32_t>(r);
+std::optional<std::int32_t> CLng(double value) {
+    return Whole<std::int32_t>(value);
+}
+
+std::optional<float> CSng(double value) {
+    if (std::isnan(value) ||
+        std::abs(value) > static_cast<double>(std::numeric_limits<float>::max()))
+        return std::nullopt;
+    return static_cast<float>(value);
 }
 
 QString FormatThousands(std::int64_t value) {

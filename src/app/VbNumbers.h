@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <optional>
 
 // The numeric conventions the program's files and text boxes rely on: numbers read from the
 // front of a text, rounding to nearest with ties to even, Int as floor, 16-bit wrap.
@@ -22,10 +23,13 @@ double Int(double value);
 
 // Wraps into signed 16 bits, as arithmetic on 16-bit integers does without an overflow check.
 std::int16_t Wrap16(std::int64_t value);
-// Converts to a 16-bit integer: rounded half to even, then wrapped.
-std::int16_t CInt(double value);
-// Converts to a 32-bit integer: rounded half to even, clamped to the 32-bit range.
-std::int32_t CLng(double value);
+// Conversions as a statement makes them: rounded half to even, and nothing at all when the
+// value does not fit (or is not a number), so that the caller keeps what it had. The 16-bit wrap
+// is a separate step, for the few places whose arithmetic is known to wrap.
+std::optional<std::int16_t> CInt(double value);
+std::optional<std::int32_t> CLng(double value);
+// Single precision: only the range is checked.
+std::optional<float> CSng(double value);
 
 // "###,###,###,###": thousands separated by commas, no leading zeros; 0 gives "".
 QString FormatThousands(std::int64_t value);

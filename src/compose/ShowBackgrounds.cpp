@@ -7,7 +7,7 @@
 void frmSlideShow::LoadListOfBackgroundImages() {
     const QString folder = InstallDir + QStringLiteral("/Backgrounds");
     if (!common::FileExists(folder)) {
-        if (DebugLogOn) BugLog(QStringLiteral("* No ") + folder + QStringLiteral(" folder *"));
+        BugLog(QStringLiteral("* No ") + folder + QStringLiteral(" folder *"));
         return;
     }
     const QStringList names =
@@ -19,8 +19,7 @@ void frmSlideShow::LoadListOfBackgroundImages() {
 void frmSlideShow::LoadListOfImageMasks() {
     const QString folder = InstallDir + QStringLiteral("/Masks");
     if (!common::FileExists(folder)) {
-        if (DebugLogOn)
-            BugLog(QStringLiteral("*** could not find folder ") + folder + QStringLiteral(" ***"));
+        BugLog(QStringLiteral("*** could not find folder ") + folder + QStringLiteral(" ***"));
         return;
     }
     // Masks are JPEG files only.
@@ -28,6 +27,6 @@ void frmSlideShow::LoadListOfImageMasks() {
     for (const QString& name : names) {
         const QString path = folder + '/' + name;
         lstMasks << path;
-        if (DebugLogOn) BugLog(QStringLiteral("-adding mask : ") + path);
+        BugLog(QStringLiteral("-adding mask : ") + path);
     }
 }

@@ -35,7 +35,7 @@ void frmSlideShow::FadePanelToBlack() {
     for (QLabel* box : CaptionBox)
         box->hide();
     SetStatus(QStringLiteral("Fade Panel To Black"));
-    if (DebugLogOn) BugLog(QStringLiteral("FadePanelToBlack ..."));
+    BugLog(QStringLiteral("FadePanelToBlack ..."));
 
     QImage frame(qMax(FormWidth, 1), qMax(FormHeight, 1), QImage::Format_ARGB32);
     frame.fill(Qt::black);
@@ -59,7 +59,7 @@ void frmSlideShow::FadePanelToBlack() {
     FIBITMAP* toDIB = dib::ImageToDib(frame);
     if (toDIB) {
         NewCrossfade(toDIB, 0, 0, FormWidth, FormHeight, 0, 0, 0, 1.0);
-    } else if (DebugLogOn) {
+    } else {
         BugLog(QStringLiteral("error making toDIB in Fade Panel To Black"));
     }
     dib::Release(toDIB);
@@ -89,16 +89,13 @@ void frmSlideShow::NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int 
                                 int placeX, int placeY, int monitor, double seconds) {
     Q_UNUSED(seconds);
     Crossfading = true;
-    if (DebugLogOn) {
-        BugLog(
-            QStringLiteral("Start of Crossfade Routine.  Xfade area of new image: %1,%2  %3 x %4")
-                .arg(areaX)
-                .arg(areaY)
-                .arg(areaW)
-                .arg(areaH));
-        BugLog(QStringLiteral("        Placing thePhoto at : %1,%2").arg(placeX).arg(placeY));
-        BugLog(QStringLiteral("          Monitor Set : %1").arg(monitor));
-    }
+    BugLog(QStringLiteral("Start of Crossfade Routine.  Xfade area of new image: %1,%2  %3 x %4")
+               .arg(areaX)
+               .arg(areaY)
+               .arg(areaW)
+               .arg(areaH));
+    BugLog(QStringLiteral("        Placing thePhoto at : %1,%2").arg(placeX).arg(placeY));
+    BugLog(QStringLiteral("          Monitor Set : %1").arg(monitor));
     raise();
 
     if (!ShowList.isEmpty()) {
@@ -129,10 +126,8 @@ void frmSlideShow::NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int 
     PrevCanvasPosition = -1;
     Crossfading = false;
     NextChangeTime = platform::Now().addSecs(ImageInterval);
-    if (DebugLogOn) {
-        BugLog(QStringLiteral("CROSSFADE COMPLETE      (the crossfade took 0 s)"));
-        BugLog(QString());
-    }
+    BugLog(QStringLiteral("CROSSFADE COMPLETE      (the crossfade took 0 s)"));
+    BugLog(QString());
 }
 
 // STAND-IN until panoramas scroll: every frame is shown whole, at the top left of the show.

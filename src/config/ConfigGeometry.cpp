@@ -54,7 +54,8 @@ int SkyZoneAt(int tabLeft, int barLeft, int barWidth, int tabWidth) {
     const int position = std::clamp(tabLeft, minimum, maximum);
     // Halves go to the even zone, as every other rounding of the program does.
     return vb::CInt(static_cast<double>(position - minimum) /
-                    static_cast<double>(maximum - minimum) * SkyZones);
+                    static_cast<double>(maximum - minimum) * SkyZones)
+        .value_or(0);
 }
 
 std::array<SkyMaskSpan, 2> SkyMaskSpans(int startTabLeft, int endTabLeft, int barLeft, int barWidth,

@@ -16,39 +16,26 @@
 
 void frmConfig::WireChangeTracking() {
     auto mark = [this] { MarkChanged(); };
-    // Check boxes and option buttons report programmatic changes too, as loading the file
-    // relies on; an option button counts only when it becomes the chosen one.
-    for (QCheckBox* box : std::initializer_list<QCheckBox*>{
-             chkEnableMultiMon, chkExitOnESC, chkExitOnKey, chkExitOnMouse, chkExitOnClick,
-             chkFloatingCaptions, chkNightMode, chkPlayMusic, chkShowCaptions, chkShowStatus,
-             chkStopStackIfPano, chkUseDSCFilter, chkUseLocalBackground, chkVetCache,
-             chkShowExtension, chkUseKeyWord, chkPlaySound})
-        connect(box, &QCheckBox::toggled, this, mark);
-    for (auto* group : {&chkCapDimensions, &chkCapEXIFDate, &chkCapEXIFDescription, &chkCapFileName,
-                        &chkCapFileNameFullPath, &chkCapFolderName, &chkCapFolderNameFullPath})
-        for (QCheckBox* box : *group)
-            connect(box, &QCheckBox::toggled, this, mark);
+    // Every control the preferences file holds marks a change, programmatic ones included, as
+    // loading the file relies on (the window is initializing then, and nothing is marked).
+    for (const prefs::Entry& entry : PrefsTable()) {
+        if (!entry.row) continue;
+        for (const prefs::Field& field : entry.row->fields) {
+            for (QObject* control : field.controls) {
+                if (auto* button = qobject_cast<QAbstractButton*>(control))
+                    connect(button, &QAbstractButton::toggled, this, mark);
+                else if (auto* combo = qobject_cast<QComboBox*>(control))
+                    connect(combo, &QComboBox::currentIndexChanged, this, mark);
+                else if (auto* box = qobject_cast<QLineEdit*>(control))
+                    connect(box, &QLineEdit::textChanged, this, mark);
+            }
+        }
+    }
     auto chosen = [this](QRadioButton* option, std::function<void()> handler) {
         connect(option, &QRadioButton::toggled, this, [handler](bool on) {
             if (on) handler();
         });
     };
-    for (QRadioButton* option : std::initializer_list<QRadioButton*>{
-             optNightModeBlankScreen, optTurnMonitorOFF, optRandomMusicFromFolder,
-             optSpecificPlayList, optRandomSound, optSpecificSound})
-        chosen(option, mark);
-    for (int p = 1; p <= 6; ++p) {
-        chosen(Position1[static_cast<std::size_t>(p)], mark);
-        chosen(Position2[static_cast<std::size_t>(p)], mark);
-    }
-    for (QComboBox* combo : std::initializer_list<QComboBox*>{cmbBorderPercent, cmbDSCFilter,
-                                                              cmbImageOrder, cmbTileBackground})
-        connect(combo, &QComboBox::currentIndexChanged, this, mark);
-    for (QLineEdit* box : std::initializer_list<QLineEdit*>{
-             txtCrossfadeTime, txtImageInterval, txtMaxStackedImages,
-             txtRandomBackgroundChangeInterval, txtRandomMaskChangeInterval, txtShadowDistance,
-             txtShadowSize, txtKeyword, txtSoundFile, txtMusicPlaylist})
-        connect(box, &QLineEdit::textChanged, this, mark);
 
     for (int i = 0; i < 3; ++i)
         connect(chkLayout[static_cast<std::size_t>(i)], &QCheckBox::toggled, this,
@@ -120,7 +107,7 @@ void frmConfig::BalanceLayoutSettings(int changedIndex) {
         const float p = percent[static_cast<std::size_t>(i)];
         SliderPercent[i] = p;
         // One checked layout pins all three; otherwise the moved one keeps its own place.
-        if (count == 1 || i != changedIndex) SetLayoutSlider(i, vb::CInt(p));
+        if (count == 1 || i != changedIndex) SetLayoutSlider(i, vb::CInt(p).value_or(0));
     }
 }
 

@@ -154,7 +154,7 @@ void frmConfig::BuildSettingsPanels() {
     row(g, title(QStringLiteral("Show images")), cmbImageOrder);
     chkUseKeyWord = Named(new QCheckBox(QStringLiteral("Only with the keyword")),
                           QStringLiteral("chkUseKeyWord"));
-    txtKeyword = Named(new QLineEdit(QStringLiteral("christmas")), QStringLiteral("txtKeyword"));
+    txtKeyword = Named(new QLineEdit(), QStringLiteral("txtKeyword"));
     row(g, chkUseKeyWord, txtKeyword);
     cmdChangeBackgroundColour = Named(new ColourButton(QStringLiteral("Change...")),
                                       QStringLiteral("cmdChangeBackgroundColour"));
@@ -320,14 +320,11 @@ void frmConfig::BuildSettingsPanels() {
     row(g, title(QStringLiteral("Images in a pile")), txtMaxStackedImages);
     chkStopStackIfPano = Named(new QCheckBox(QStringLiteral("Stop the pile at a panorama")),
                                QStringLiteral("chkStopStackIfPano"));
-    // The factory values leave these two as the window is drawn.
-    chkStopStackIfPano->setChecked(true);
     row(g, chkStopStackIfPano);
     chkAddWhiteBorder =
         Named(new QCheckBox(QStringLiteral("Add a border")), QStringLiteral("chkAddWhiteBorder"));
     cmdBorderColour =
         Named(new ColourButton(QStringLiteral("Colour...")), QStringLiteral("cmdBorderColour"));
-    cmdBorderColour->setBackColor(0x404040);
     cmbBorderPercent = Named(new QComboBox(), QStringLiteral("cmbBorderPercent"));
     for (int pct = 0; pct <= 100; pct += 5)
         cmbBorderPercent->addItem(QStringLiteral("%1%").arg(pct));

@@ -91,7 +91,7 @@ void frmConfig::ShowFileDetails(int row) {
     if (interval < 1000) {
         const QDate last = ReadListFileDate(lastScan);
         lblNextScan->setText(QStringLiteral("Next Scan: ") +
-                             ListFileDateText(last.addDays(vb::CLng(interval))));
+                             ListFileDateText(last.addDays(vb::CLng(interval).value_or(0))));
     } else {
         lblNextScan->setText(QStringLiteral("(no automatic rescan)"));
     }

@@ -125,6 +125,8 @@ frmConfig::frmConfig() {
 
     BuildShell();
     BuildSettingsPanels();
+    prefsTable_ = BuildPrefsTable();
+    prefs::ApplyInitial(prefsTable_, false);
     WireChangeTracking();
     for (QComboBox* combo : findChildren<QComboBox*>()) {
         combo->setFocusPolicy(Qt::StrongFocus);

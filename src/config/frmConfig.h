@@ -2,6 +2,7 @@
 
 #include "app/Forms.h"
 #include "config/ConfigGeometry.h"
+#include "prefs/PrefsTable.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -104,6 +105,8 @@ public:
     void LoadPrefs();
     // The whole preferences file as SavePrefs writes it.
     QString PrefsText() const;
+    // Every line of the preferences file, with the controls each key's fields belong to.
+    const prefs::Table& PrefsTable() const { return prefsTable_; }
     void SetLayoutSlider(int index, int percent);
     float GetLayoutSetting(int slider) const;
     void BalanceLayoutSettings(int changedIndex);
@@ -357,6 +360,10 @@ private:
     QLabel* MakeClickableImage(QWidget* parent, const QString& name, const QString& resource,
                                QSize size);
     void WireChangeTracking();
+    prefs::Table BuildPrefsTable();
+    prefs::Field SliderField(int slider, float initial);
+    prefs::Field ZoneField(std::size_t end, int initial);
+    prefs::Table prefsTable_;
     void WireListManager();
     void StartPageTimer(std::array<VbTimer*, 11>& timers, int index, bool opening);
     void PageAnimationStep(int index, bool opening);

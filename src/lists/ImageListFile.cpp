@@ -163,8 +163,7 @@ bool ReWriteImageList(const QString& fileName, const QStringList& records) {
     if (!ReadTextLines(fileName, oldLines)) return false;
     const QStringList lines = ReWrittenImageListLines(oldLines, records, platform::Today());
     if (lines.isEmpty() || !WriteTextLines(fileName, lines)) return false;
-    if (frmSlideShow::isLoaded() && frmSlideShow::instance()->DebugLogOn)
-        frmSlideShow::instance()->BugLog(QStringLiteral("Re-Wrote >> ") + fileName);
+    BugLog(QStringLiteral("Re-Wrote >> ") + fileName);
     return true;
 }
 

@@ -101,11 +101,11 @@ QDate FromSerial(double serial) {
 
 void frmSlideShow::LoadImageLists() {
     PoolLoaded = true;
-    if (DebugLogOn) BugLog(QStringLiteral("Loading image lists"));
+    BugLog(QStringLiteral("Loading image lists"));
     SetStatus(QStringLiteral("Loading Image Lists"));
 
     if (common::FileExists(RemainingListPath[0])) {
-        if (DebugLogOn) BugLog(QStringLiteral("     found a remaining list"));
+        BugLog(QStringLiteral("     found a remaining list"));
         LoadRemainingList(RemainingListPath[0]);
         // The picture that was on the screen when the last show stopped comes first.
         if (common::FileExists(CurrentImage)) {
@@ -125,17 +125,15 @@ void frmSlideShow::LoadFullImageList() {
     ImageDescriptions.clear();
 
     const QString rule(68, QLatin1Char('='));
-    if (DebugLogOn) {
-        BugLog(rule);
-        BugLog(QStringLiteral(" Load All Image Lists "));
-        BugLog(rule);
-    }
+    BugLog(rule);
+    BugLog(QStringLiteral(" Load All Image Lists "));
+    BugLog(rule);
     SetStatus(QStringLiteral("Loading Image lists ... "));
     lstImageLists.clear();
 
     const QString folder = InstallDir + QStringLiteral("/Imagelists");
     if (!common::FileExists(folder)) {
-        if (DebugLogOn) BugLog(QStringLiteral("** no can find the Imagelists folder ** "));
+        BugLog(QStringLiteral("** no can find the Imagelists folder ** "));
         return;
     }
     const QStringList names = platform::FileList(folder, QStringLiteral("*.tvl"));
@@ -152,10 +150,8 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
     QString listName = QFileInfo(file).fileName();
     if (listName.size() > 4) listName.chop(4);
 
-    if (DebugLogOn) {
-        BugLog(QStringLiteral(" >>>>>>>>>>>>>>>>>>>>>>>>>>>>>>>>>"));
-        BugLog(QStringLiteral("     LoadListOfImages ... from ") + file);
-    }
+    BugLog(QStringLiteral(" >>>>>>>>>>>>>>>>>>>>>>>>>>>>>>>>>"));
+    BugLog(QStringLiteral("     LoadListOfImages ... from ") + file);
 
     QString title, path, localOrWeb, perPage, userNsid, groupNsid;
     bool noRescan = false, recurse = false, excludeGif = false, pageImages = false,
@@ -165,7 +161,7 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
 
     QFile listFile(file);
     if (!listFile.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        if (DebugLogOn) BugLog(QStringLiteral("              ( 0 images added )"));
+        BugLog(QStringLiteral("              ( 0 images added )"));
         return;
     }
     QTextStream in(&listFile);
@@ -189,35 +185,31 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
         if (key == QLatin1String("TITLE")) {
             line = in.atEnd() ? QString() : in.readLine().trimmed();
             title = line;
-            if (DebugLogOn) BugLog(QStringLiteral("         the title is ") + title);
+            BugLog(QStringLiteral("         the title is ") + title);
         } else if (key == QLatin1String("PATH")) {
             line = in.atEnd() ? QString() : in.readLine().trimmed();
             path = line;
-            if (DebugLogOn) BugLog(QStringLiteral("              path is ") + path);
+            BugLog(QStringLiteral("              path is ") + path);
         } else if (key == QLatin1String("COUNT")) {
-            if (DebugLogOn)
-                BugLog(QStringLiteral("              should have ") + value +
-                       QStringLiteral(" images in it"));
+            BugLog(QStringLiteral("              should have ") + value +
+                   QStringLiteral(" images in it"));
         } else if (key == QLatin1String("LOCALORWEB")) {
             localOrWeb = value;
         } else if (key == QLatin1String("LASTSCAN")) {
             lastScan = Serial(ReadListFileDate(value));
-            if (DebugLogOn)
-                BugLog(QStringLiteral("              last scan date: ") +
-                       ListFileDateText(FromSerial(lastScan)));
+            BugLog(QStringLiteral("              last scan date: ") +
+                   ListFileDateText(FromSerial(lastScan)));
         } else if (key == QLatin1String("SCANINTERVAL")) {
             const double days = vb::Val(value);
             // Exactly 1000 is still an interval; the forms write 4000 for "never".
             if (days > 1000) {
                 noRescan = true;
-                if (DebugLogOn) BugLog(QStringLiteral("              Rescan is disabled"));
+                BugLog(QStringLiteral("              Rescan is disabled"));
             }
             nextScan = lastScan + days;
-            if (DebugLogOn) {
-                BugLog(QStringLiteral("              interval = ") + value);
-                BugLog(QStringLiteral("              next scan date: ") +
-                       ListFileDateText(FromSerial(nextScan)));
-            }
+            BugLog(QStringLiteral("              interval = ") + value);
+            BugLog(QStringLiteral("              next scan date: ") +
+                   ListFileDateText(FromSerial(nextScan)));
         } else if (key == QLatin1String("OPTION")) {
             const QStringList pieces = line.split(QStringLiteral("=="));
             const QString name = pieces.first().mid(7);
@@ -240,10 +232,8 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
     }
 
     if (!sawImages) {
-        if (DebugLogOn) {
-            BugLog(QStringLiteral("              no IMAGES line - the list is not read"));
-            BugLog(QStringLiteral("              ( 0 images added )"));
-        }
+        BugLog(QStringLiteral("              no IMAGES line - the list is not read"));
+        BugLog(QStringLiteral("              ( 0 images added )"));
         return;
     }
 
@@ -258,7 +248,7 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
     int total = 0;
     bool scanned = false;
     if (nextScan <= Serial(platform::Today()) && !noRescan) {
-        if (DebugLogOn) BugLog(QStringLiteral("      TIME TO RESCAN "));
+        BugLog(QStringLiteral("      TIME TO RESCAN "));
         scanned = true;
         lstTempImageList.clear();
         int count = 0;
@@ -287,11 +277,11 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
 
         if (aborted && !local) {
             // The old records are still unread in the open file: the list gives what it had.
-            if (DebugLogOn) BugLog(QStringLiteral("Scan aborted / no web connection"));
+            BugLog(QStringLiteral("Scan aborted / no web connection"));
             if (counted) ScanSkip[skipSlot] = 2;
             scanned = false;
         } else if (aborted) {
-            if (DebugLogOn) BugLog(QStringLiteral("Scan aborted "));
+            BugLog(QStringLiteral("Scan aborted "));
             if (counted) ScanSkip[skipSlot] = 1;
             scanned = false;
         } else {
@@ -310,7 +300,7 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
     }
 
     if (!scanned) {
-        if (DebugLogOn) BugLog(QStringLiteral("              Loading in images ... "));
+        BugLog(QStringLiteral("              Loading in images ... "));
         // After a folder scan that closed the file and aborted, the list gives nothing this
         // time and is read again on the next pass.
         if (listFile.isOpen()) {
@@ -322,9 +312,8 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
             listFile.close();
         }
     }
-    if (DebugLogOn)
-        BugLog(QStringLiteral("              ( ") + QString::number(total) +
-               QStringLiteral(" images added )"));
+    BugLog(QStringLiteral("              ( ") + QString::number(total) +
+           QStringLiteral(" images added )"));
 }
 
 void frmSlideShow::AddToImageListOrOther(const QString& line, const QString& localOrWeb,
@@ -363,10 +352,8 @@ void frmSlideShow::ExtraInfo(std::int32_t key, const TaggedStringList& list, QSt
 }
 
 void frmSlideShow::RemoveHTMLFromFlickr(QString& text) {
-    if (DebugLogOn) {
-        BugLog(QStringLiteral("Remove any HTML ... "));
-        BugLog(QStringLiteral("before: ") + text);
-    }
+    BugLog(QStringLiteral("Remove any HTML ... "));
+    BugLog(QStringLiteral("before: ") + text);
     static const QString open = QStringLiteral("&lt;");
     static const QString close = QStringLiteral("&gt;");
     QString copy;
@@ -382,7 +369,7 @@ void frmSlideShow::RemoveHTMLFromFlickr(QString& text) {
     }
     copy += text.mid(from);
     text = copy;
-    if (DebugLogOn) BugLog(QStringLiteral(" after: ") + text);
+    BugLog(QStringLiteral(" after: ") + text);
 }
 
 void frmSlideShow::AtLeastOneValidFileInImageList(bool& result) {

@@ -64,7 +64,7 @@ int ReadKeyed(const QStringList& lines, int from, TaggedStringList& target) {
             // Not a line this program writes: no key, and the text cut as by the split.
             target.add(line.mid(1), 0);
         } else {
-            target.add(line.mid(bar + 2), vb::CLng(vb::Val(line.left(bar))));
+            target.add(line.mid(bar + 2), vb::CLng(vb::Val(line.left(bar))).value_or(0));
         }
         ++n;
     }
@@ -80,7 +80,7 @@ void frmSlideShow::RemainingListExists(bool& result) {
 
 void frmSlideShow::SaveRemainingList() {
     SetStatus(QStringLiteral("Saving Remaining List..."));
-    if (DebugLogOn) BugLog(QStringLiteral("Saving Remaining List(s)..."));
+    BugLog(QStringLiteral("Saving Remaining List(s)..."));
     if (RemainingListPath[0].isEmpty()) return;
     // A show stopped before its pool was read has nothing to say about what is left: the
     // saved pool of the last show stays for the next one.
@@ -116,17 +116,16 @@ void frmSlideShow::SaveRemainingList() {
 }
 
 void frmSlideShow::LoadRemainingList(const QString& fileName) {
-    if (DebugLogOn) BugLog(QStringLiteral("     LoadRemainingList ... from ") + fileName);
+    BugLog(QStringLiteral("     LoadRemainingList ... from ") + fileName);
     const QStringList lines = ReadLines(fileName);
     // The key lines 1, 6 and 8 are passed over unread.
     CurrentImage = lines.value(1).trimmed();
     CaptionFullName = lines.value(2).trimmed();
     CaptionSource = lines.value(3).trimmed();
-    CurrentImageTag = vb::CLng(vb::Val(lines.value(4).trimmed()));
+    CurrentImageTag = vb::CLng(vb::Val(lines.value(4).trimmed())).value_or(0);
     CurrentRandomFolder = lines.value(6).trimmed();
     const int n = ReadKeyed(lines, 8, ImageList);
-    if (DebugLogOn)
-        BugLog(QStringLiteral("     ( ") + QString::number(n) + QStringLiteral(" images )"));
+    BugLog(QStringLiteral("     ( ") + QString::number(n) + QStringLiteral(" images )"));
 
     if (common::FileExists(RemainingListPath[1]))
         ReadKeyed(ReadLines(RemainingListPath[1]), 0, ImageTitles);

@@ -1,6 +1,7 @@
 // The preferences file: factory values, reading and writing, all through the configuration
 // window's controls, which are the settings.
 #include "prefs/PrefsFile.h"
+#include "prefs/PrefsTable.h"
 
 #include "app/Common.h"
 #include "app/VbNumbers.h"
@@ -15,8 +16,6 @@
 #include <QLocale>
 #include <QSaveFile>
 #include <QStringList>
-#include <charconv>
-#include <stdexcept>
 
 namespace prefs {
 
@@ -37,64 +36,15 @@ QString FileDateTime(const QDateTime& moment) {
         moment, date + ' ' + QLocale::system().timeFormat(QLocale::LongFormat));
 }
 
-QString PercentText(float value) {
-    char buffer[32];
-    auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return QString::fromLatin1(buffer, static_cast<int>(result.ptr - buffer));
-}
-
 } // namespace prefs
 
 namespace {
 
-// A value the controls cannot take ends the reading, as a run-time error would.
-struct PrefsReadError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
+using prefs::Field;
+using prefs::Kind;
+using prefs::Row;
 
 const QString kHeadRule = QStringLiteral("======================================================");
-
-QString Chk(const QCheckBox* box) {
-    return box->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
-}
-QString Bool(bool value) {
-    return value ? QStringLiteral("True") : QStringLiteral("False");
-}
-QString Colour(std::uint32_t value) {
-    return QString::number(static_cast<std::int32_t>(value));
-}
-
-struct Fields {
-    QStringList items;
-    // A missing field reads as empty text.
-    QString operator[](int i) const { return i < items.size() ? items[i].trimmed() : QString(); }
-};
-
-int Whole(const QString& text) {
-    return static_cast<int>(vb::RoundHalfEven(vb::Val(text)));
-}
-
-void SetChk(QCheckBox* box, const QString& text) {
-    const int v = Whole(text);
-    if (v < 0 || v > 2) throw PrefsReadError("check box value");
-    box->setChecked(v != 0);
-}
-
-void SetIdx(QComboBox* combo, const QString& text) {
-    const int v = Whole(text);
-    if (v < -1 || v >= combo->count()) throw PrefsReadError("list index");
-    combo->setCurrentIndex(v);
-}
-
-bool ToBool(const QString& text) {
-    if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0) return true;
-    if (text.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0) return false;
-    throw PrefsReadError("truth value");
-}
-
-std::uint32_t ToColour(const QString& text) {
-    return static_cast<std::uint32_t>(static_cast<std::int32_t>(vb::CLng(vb::Val(text))));
-}
 
 void SetOption(QRadioButton* on, QRadioButton* other, bool value) {
     // Exclusive groups refuse to clear a button directly; setting the partner does it.
@@ -102,6 +52,97 @@ void SetOption(QRadioButton* on, QRadioButton* other, bool value) {
         on->setChecked(true);
     else
         other->setChecked(true);
+}
+
+// The whole number a slider's knob is put at.
+int SliderPlace(float percent) {
+    return vb::CInt(percent).value_or(percent < 0 ? -1 : 101);
+}
+
+Field Chk(QCheckBox* box, int initial, bool factory = true) {
+    return {Kind::Chk,
+            [box] { return prefs::ChkText(box->isChecked()); },
+            [box](const QString& t) { box->setChecked(prefs::ToChk(t) != 0); },
+            QString::number(initial),
+            factory,
+            {box}};
+}
+
+Field Idx(QComboBox* combo, int initial, bool factory = true) {
+    return {Kind::Idx,
+            [combo] { return QString::number(combo->currentIndex()); },
+            [combo](const QString& t) { combo->setCurrentIndex(prefs::ToIdx(t, combo->count())); },
+            QString::number(initial),
+            factory,
+            {combo}};
+}
+
+Field Text(QLineEdit* box, const QString& initial, bool factory = true, Kind kind = Kind::Text) {
+    return {kind,
+            [box] { return box->text(); },
+            [box](const QString& t) { box->setText(t); },
+            initial,
+            factory,
+            {box}};
+}
+
+Field Option(QRadioButton* on, QRadioButton* other, bool initial) {
+    return {Kind::Bool,
+            [on] { return prefs::BoolText(on->isChecked()); },
+            [on, other](const QString& t) { SetOption(on, other, prefs::ToBool(t)); },
+            prefs::BoolText(initial),
+            true,
+            {on}};
+}
+
+Field Colour(ColourButton* button, std::uint32_t initial, bool factory = true) {
+    return {Kind::Colour,
+            [button] { return prefs::ColourText(button->BackColor()); },
+            [button](const QString& t) { button->setBackColor(prefs::ToColour(t)); },
+            prefs::ColourText(initial),
+            factory,
+            {}};
+}
+
+Field ColourValue(std::uint32_t& value, std::uint32_t initial) {
+    return {Kind::Colour,
+            [&value] { return prefs::ColourText(value); },
+            [&value](const QString& t) { value = prefs::ToColour(t); },
+            prefs::ColourText(initial),
+            true,
+            {}};
+}
+
+Field Position(const std::array<QRadioButton*, 7>& options, int initial) {
+    const auto first = [&options] {
+        for (std::size_t p = 1; p < options.size(); ++p)
+            if (options[p]->isChecked()) return QString::number(p);
+        return QString();
+    };
+    return {Kind::Position,
+            first,
+            [&options](const QString& t) {
+                const int p = prefs::ToIdx(t, static_cast<int>(options.size()));
+                if (p < 1) throw prefs::ReadError("caption position");
+                options[static_cast<std::size_t>(p)]->setChecked(true);
+            },
+            QString::number(initial),
+            true,
+            std::vector<QObject*>(options.begin() + 1, options.end())};
+}
+
+Row Plain(const QString& key, std::vector<Field> fields, std::function<void()> applied = {}) {
+    Row row;
+    row.key = key;
+    row.fields = std::move(fields);
+    row.applied = std::move(applied);
+    return row;
+}
+
+Row Selected(const QString& key, int selector, std::vector<Field> fields) {
+    Row row = Plain(key, std::move(fields));
+    row.selector = selector;
+    return row;
 }
 
 } // namespace
@@ -167,94 +208,283 @@ void frmConfig::UpdateCaptionExample() {
     MarkChanged();
 }
 
+// --- The table ---------------------------------------------------------------------------
+
+Field frmConfig::SliderField(int slider, float initial) {
+    return {Kind::Pct,
+            [this, slider] { return prefs::PercentText(GetLayoutSetting(slider)); },
+            [this, slider](const QString& t) {
+                const float percent = prefs::ToPct(t);
+                SetLayoutSlider(slider, SliderPlace(percent));
+                // The knob sits at a whole percent; the share keeps what the file said.
+                SliderPercent[slider] = percent;
+            },
+            prefs::PercentText(initial),
+            true,
+            {}};
+}
+
+Field frmConfig::ZoneField(std::size_t end, int initial) {
+    return {Kind::Zone,
+            [this, end] { return QString::number(NightZoneRange[end]); },
+            [this, end](const QString& t) { NightZoneRange[end] = prefs::ToZone(t); },
+            QString::number(initial),
+            true,
+            {}};
+}
+
+prefs::Table frmConfig::BuildPrefsTable() {
+    prefs::Table t;
+    auto line = [&t](const QString& text) { t.push_back({text, std::nullopt}); };
+    auto row = [&t](Row r) { t.push_back({QString(), std::move(r)}); };
+    const QString blank = QStringLiteral(" ");
+
+    Row debug;
+    debug.key = QStringLiteral("DEBUGLOG");
+    debug.writeLines = [this] {
+        if (!chkDebug->isChecked()) return QStringList();
+        return QStringList{QStringLiteral("' this line turns the debug log on."),
+                           QStringLiteral("DEBUGLOG")};
+    };
+    debug.readLines = [this](const QStringList&, const auto&) {
+        DebugFlag = true;
+        chkDebug->setChecked(true);
+    };
+    debug.reset = [this] {
+        DebugFlag = false;
+        chkDebug->setChecked(false);
+    };
+    row(debug);
+    line(blank);
+    line(QStringLiteral("' Image Order and Display Options ----------------------------------"));
+    line(blank);
+    row(Plain(QStringLiteral("INTERVAL"), {Text(txtImageInterval, QStringLiteral("5"))}));
+    row(Plain(QStringLiteral("CROSSFADETIME"), {Text(txtCrossfadeTime, QStringLiteral("4"))}));
+    line(blank);
+    row(Plain(QStringLiteral("IMAGEORDER"), {Idx(cmbImageOrder, 0)}));
+    row(Plain(QStringLiteral("USEKEYWORD"),
+              {Chk(chkUseKeyWord, 0), Text(txtKeyword, QStringLiteral("christmas"), false)}));
+    line(blank);
+    row(Plain(QStringLiteral("BACKGROUNDCOLOUR"), {Colour(cmdChangeBackgroundColour, 0)}));
+    line(blank);
+    line(QStringLiteral("' Background Image Options ----------------------------------------"));
+    line(blank);
+    row(Plain(QStringLiteral("BACKGROUNDIMAGE"),
+              {Chk(chkUseBackgroundImages, 0), Idx(cmbTileBackground, 0), SliderField(11, 100),
+               Text(txtBackgroundImage, QString(), true, Kind::Line)},
+              [this] { LoadPreview(txtBackgroundImage->text(), picBackgroundPreview); }));
+    Field interval = Text(txtRandomBackgroundChangeInterval, QStringLiteral("1"));
+    interval.get = [this] { return txtRandomBackgroundChangeInterval->text().trimmed(); };
+    row(Plain(QStringLiteral("RANDOMBACKGROUNDIMAGES"),
+              {Option(optRandomBackgroundImage, optSpecificbackgroundImage, true), interval}));
+    row(Plain(QStringLiteral("USELOCALBACKGROUND"), {Chk(chkUseLocalBackground, 1)}));
+    line(blank);
+    line(QStringLiteral("' Panoramic Options -----------------------------------------------"));
+    line(blank);
+    row(Plain(QStringLiteral("SCROLLPANOS"), {Chk(chkScrollPanos, 1)}));
+    row(Plain(QStringLiteral("SCROLLALLVERTICALIMAGES"), {Chk(chkScrollAllVerticalImages, 1)},
+              [this] { chkScrollAllVerticalImages_Click(); }));
+    line(blank);
+    line(QStringLiteral("' Captions Options ------------------------------------------------"));
+    line(blank);
+    row(Plain(QStringLiteral("SHOWCAPTIONS"), {Chk(chkShowCaptions, 1)}));
+    auto fontFlag = [this](bool bold, bool initial) -> Field {
+        return {Kind::Bool,
+                [this, bold] {
+                    const QFont f = CaptionExample->font();
+                    return prefs::BoolText(bold ? f.bold() : f.italic());
+                },
+                [this, bold](const QString& text) {
+                    QFont f = CaptionExample->font();
+                    const bool on = prefs::ToBool(text);
+                    if (bold)
+                        f.setBold(on);
+                    else
+                        f.setItalic(on);
+                    CaptionExample->setFont(f);
+                },
+                prefs::BoolText(initial),
+                true,
+                {}};
+    };
+    const Field fontSize{Kind::FontSize,
+                         [this] { return cmbFontSize->currentText(); },
+                         [this](const QString& text) {
+                             FindInComboBox(QString::number(vb::Val(text)), cmbFontSize);
+                         },
+                         QStringLiteral("12"),
+                         true,
+                         {}};
+    const Field fontName{Kind::FontName,
+                         [this] { return cmbFontList->currentText(); },
+                         [this](const QString& text) { FindInComboBox(text, cmbFontList); },
+                         QStringLiteral("Arial"),
+                         true,
+                         {}};
+    row(Plain(QStringLiteral("CAPTIONFONT"),
+              {fontSize, fontFlag(true, true), fontFlag(false, false),
+               ColourValue(CaptionForeColor, 0x80FFFF), ColourValue(CaptionBackColor, 0x808000),
+               fontName},
+              [this] { UpdateCaptionExample(); }));
+    const int content[2][7] = {{1, 0, 0, 0, 1, 0, 1}, {0, 0, 1, 0, 0, 1, 0}};
+    for (std::size_t n = 0; n < 2; ++n) {
+        const int* c = content[n];
+        row(Selected(QStringLiteral("CAPTIONCONTENT"), static_cast<int>(n),
+                     {Chk(chkCapFileName[n], c[0]), Chk(chkCapFileNameFullPath[n], c[1]),
+                      Chk(chkCapFolderName[n], c[2]), Chk(chkCapFolderNameFullPath[n], c[3]),
+                      Chk(chkCapEXIFDate[n], c[4]), Chk(chkCapDimensions[n], c[5]),
+                      Chk(chkCapEXIFDescription[n], c[6])}));
+    }
+    row(Plain(QStringLiteral("CAPTIONSHOWFILEEXTENSION"), {Chk(chkShowExtension, 0)}));
+    for (auto [key, options, initial] :
+         {std::tuple{QStringLiteral("CAPTIONPOSITIONA"), &Position1, 4},
+          std::tuple{QStringLiteral("CAPTIONPOSITIONB"), &Position2, 6}}) {
+        Row position = Plain(key, {Position(*options, initial)});
+        // With no position chosen the line is left out, and a reading keeps the default.
+        position.written = [field = position.fields[0]] { return !field.get().isEmpty(); };
+        row(position);
+    }
+    row(Plain(QStringLiteral("FLOATINGCAPTIONBOXES"), {Chk(chkFloatingCaptions, 1)}));
+    line(blank);
+    row(Plain(QStringLiteral("USEDSCFILTER"), {Chk(chkUseDSCFilter, 0)}));
+    row(Plain(QStringLiteral("DSCFILTEROPTION"), {Idx(cmbDSCFilter, 0)}));
+    Row filter;
+    filter.key = QStringLiteral("DSCFILTERLIST");
+    filter.writeLines = [this] {
+        QStringList out{QStringLiteral("DSCFILTERLIST,%1").arg(lstDSCFilter->count())};
+        for (int i = 0; i < lstDSCFilter->count(); ++i)
+            out << lstDSCFilter->item(i)->text();
+        return out;
+    };
+    filter.readLines = [this](const QStringList& fields, const auto& nextLine) {
+        lstDSCFilter->clear();
+        // Counted lines, taken as they stand: a blank is a prefix too.
+        const double count = vb::RoundHalfEven(vb::Val(fields.value(1).trimmed()));
+        for (double i = 0; i < count; ++i) {
+            const std::optional<QString> item = nextLine();
+            if (!item) break;
+            if (!item->isEmpty()) lstDSCFilter->addItem(*item);
+        }
+    };
+    // Added to what the list holds: the factory settings are put in once, into an empty list.
+    filter.reset = [this] {
+        lstDSCFilter->addItems({QStringLiteral("DSC"), QStringLiteral("IMG")});
+    };
+    row(filter);
+    line(blank);
+    line(QStringLiteral("' Multiple Monitor Options ---------------------------------------"));
+    line(blank);
+    row(Plain(QStringLiteral("ENABLEMULTIMONITORS"),
+              {Chk(chkEnableMultiMon, 1), Idx(cmbMultiMonOption, 0)},
+              [this] { cmbMultiMonOption_Click(); }));
+    row(Plain(QStringLiteral("MULTIMONUSEMINHEIGHT"), {Chk(chkMultiMonUseMinHeight, 0)}));
+    line(blank);
+    line(QStringLiteral("' Night Time Mode Options ----------------------------------------"));
+    line(blank);
+    Field nightOn = Chk(chkNightMode, 0);
+    // The one check box field that must hold a number: a word here ends the reading.
+    nightOn.set = [box = chkNightMode](const QString& text) {
+        if (!vb::IsNumeric(text)) throw prefs::ReadError("night mode switch");
+        box->setChecked(prefs::ToChk(text) != 0);
+    };
+    row(Plain(QStringLiteral("NIGHT MODE"),
+              {nightOn, ZoneField(0, 88), ZoneField(1, 28),
+               Option(optTurnMonitorOFF, optNightModeBlankScreen, true)},
+              [this] { SetNightModeSkyBar(NightZoneRange[0], NightZoneRange[1]); }));
+    line(blank);
+    line(QStringLiteral("' Layout Options  ------------------------------------------------"));
+    for (int n = 2; n >= 0; --n)
+        row(Selected(QStringLiteral("LAYOUT"), n,
+                     {Chk(chkLayout[static_cast<std::size_t>(n)], n == 0 ? 1 : 0),
+                      SliderField(n, n == 0 ? 100.0f : 0.0f)}));
+    line(blank);
+    row(Plain(QStringLiteral("STACKIMAGES"),
+              {Text(txtMaxStackedImages, QStringLiteral("4"), true, Kind::Number)}));
+    t.back().row->fields[0].set = [this](const QString& text) {
+        txtMaxStackedImages->setText(prefs::ToNumberText(text));
+    };
+    row(Plain(QStringLiteral("STOPSTACKIFPANO"), {Chk(chkStopStackIfPano, 1, false)}));
+    row(Plain(QStringLiteral("WHITEBORDER"),
+              {Chk(chkAddWhiteBorder, 0, false), Colour(cmdBorderColour, 0x404040, false),
+               Idx(cmbBorderPercent, 10, false)},
+              [this] { chkAddWhiteBorder_Click(); }));
+    line(QStringLiteral("' Image Effects Options ------------------------------------------"));
+    line(blank);
+    row(Plain(QStringLiteral("USEIMAGEMASKS"),
+              {Chk(chkUseImageMasks, 1), SliderField(10, 25),
+               Text(txtImageMask, QString(), true, Kind::Line)},
+              [this] {
+                  LoadPreview(txtImageMask->text(), picMaskPreview);
+                  chkUseImageMasks_Click();
+              }));
+    row(Plain(QStringLiteral("RANDOMIMAGEMASKS"),
+              {Option(optRandomImageMasks, optUseSpecificMask, true),
+               Text(txtRandomMaskChangeInterval, QStringLiteral("10"))},
+              [this] { optRandomImageMasks_Click(); }));
+    line(blank);
+    row(Plain(QStringLiteral("ADDSHADOWS"),
+              {Chk(chkAddShadows, 0), Text(txtShadowSize, QStringLiteral("3")),
+               Text(txtShadowDistance, QStringLiteral("5"))}));
+    line(blank);
+    row(Plain(QStringLiteral("BLACKANDWHITE"),
+              {Chk(chkBlackAndWhite, 0), SliderField(12, 0), Chk(chkAddContrastToBW, 0, false)},
+              [this] {
+                  chkAddContrastToBW_Click();
+                  chkAddContrastToBW->setEnabled(chkBlackAndWhite->isChecked());
+              }));
+    line(blank);
+    line(QStringLiteral("' Sounds Options -------------------------------------------------"));
+    line(blank);
+    row(Plain(QStringLiteral("PLAYSOUND"),
+              {Chk(chkPlaySound, 0, false), Text(txtSoundFile, QString(), false, Kind::Line)},
+              [this] {
+                  // STAND-IN until the audio players exist: a file that is there counts as
+                  // loaded, with no length known.
+                  lblSoundLength->setText(common::FileExists(txtSoundFile->text())
+                                              ? prefs::MakeTimeString(0)
+                                              : QStringLiteral("err"));
+              }));
+    row(Plain(QStringLiteral("RANDOMSOUND"), {Option(optRandomSound, optSpecificSound, true)}));
+    line(blank);
+    row(Plain(QStringLiteral("PLAYMUSIC"),
+              {Chk(chkPlayMusic, 0), Text(txtMusicPlaylist, QString(), true, Kind::Line)}));
+    row(Plain(QStringLiteral("RANDOMMUSICFROMFOLDER"),
+              {Option(optRandomMusicFromFolder, optSpecificPlayList, true)}));
+    line(blank);
+    line(QStringLiteral("' Miscellaneous Options ------------------------------------------"));
+    line(blank);
+    row(Plain(QStringLiteral("WIDESCREEN"), {Chk(chkWidescreen, 0)}));
+    row(Plain(QStringLiteral("SHOWSTATUS"), {Chk(chkShowStatus, 0)}));
+    row(Plain(QStringLiteral("VETCACHE"), {Chk(chkVetCache, 1)}));
+    row(Plain(QStringLiteral("EXITOPTIONS"), {Chk(chkExitOnESC, 1), Chk(chkExitOnKey, 1),
+                                              Chk(chkExitOnMouse, 1), Chk(chkExitOnClick, 1)}));
+    line(blank);
+
+    // Retired: image lists are found by scanning their folder, and the key is never written.
+    // Only a user who types the whole key by hand gets here, and the lists named are still read.
+    Row retired;
+    retired.key = QStringLiteral(
+        "IMAGELISTS_REMOVE THIS ############################################ REPLACE WITH PATH TO "
+        "IMAGELISTS");
+    retired.written = [] { return false; };
+    retired.readLines = [this](const QStringList& fields, const auto& nextLine) {
+        const double count = vb::RoundHalfEven(vb::Val(fields.value(1).trimmed()));
+        for (double i = 0; i < count; ++i) {
+            const std::optional<QString> name = nextLine();
+            if (!name) break;
+            LoadImageList(name->trimmed());
+        }
+    };
+    row(retired);
+    return t;
+}
+
 // --- Factory values -------------------------------------------------------------------------
 
 void frmConfig::DefaultPrefs() {
-    DebugFlag = false;
-    chkDebug->setChecked(false);
-
-    txtImageInterval->setText(QStringLiteral("5"));
-    txtCrossfadeTime->setText(QStringLiteral("4"));
-    cmbImageOrder->setCurrentIndex(0);
-    chkUseKeyWord->setChecked(false);
-    cmdChangeBackgroundColour->setBackColor(0);
-
-    chkUseBackgroundImages->setChecked(false);
-    cmbTileBackground->setCurrentIndex(0);
-    txtBackgroundImage->setText(QString());
-    optRandomBackgroundImage->setChecked(true);
-    txtRandomBackgroundChangeInterval->setText(QStringLiteral("1"));
-    chkUseLocalBackground->setChecked(true);
-
-    chkScrollPanos->setChecked(true);
-    chkScrollAllVerticalImages->setChecked(true);
-
-    chkShowCaptions->setChecked(true);
-    cmbFontSize->setCurrentIndex(3);
-    QFont f = CaptionExample->font();
-    f.setBold(true);
-    f.setItalic(false);
-    CaptionExample->setFont(f);
-    CaptionForeColor = 0x80FFFF;
-    CaptionBackColor = 0x808000;
-    FindInComboBox(QStringLiteral("Arial"), cmbFontList);
-    const int content[2][7] = {{1, 0, 0, 0, 1, 0, 1}, {0, 0, 1, 0, 0, 1, 0}};
-    for (std::size_t n = 0; n < 2; ++n) {
-        chkCapFileName[n]->setChecked(content[n][0]);
-        chkCapFileNameFullPath[n]->setChecked(content[n][1]);
-        chkCapFolderName[n]->setChecked(content[n][2]);
-        chkCapFolderNameFullPath[n]->setChecked(content[n][3]);
-        chkCapEXIFDate[n]->setChecked(content[n][4]);
-        chkCapDimensions[n]->setChecked(content[n][5]);
-        chkCapEXIFDescription[n]->setChecked(content[n][6]);
-    }
+    prefs::ApplyInitial(PrefsTable(), true);
     UpdateCaptionExample();
-    chkShowExtension->setChecked(false);
-    Position1[4]->setChecked(true);
-    Position2[6]->setChecked(true);
-    chkFloatingCaptions->setChecked(true);
-    chkUseDSCFilter->setChecked(false);
-    cmbDSCFilter->setCurrentIndex(0);
-    lstDSCFilter->addItem(QStringLiteral("DSC"));
-    lstDSCFilter->addItem(QStringLiteral("IMG"));
-
-    chkEnableMultiMon->setChecked(true);
-    cmbMultiMonOption->setCurrentIndex(0);
-    chkMultiMonUseMinHeight->setChecked(false);
-
-    chkNightMode->setChecked(false);
-    optTurnMonitorOFF->setChecked(true);
-
-    chkLayout[0]->setChecked(true);
-    chkLayout[1]->setChecked(false);
-    chkLayout[2]->setChecked(false);
-    txtMaxStackedImages->setText(QStringLiteral("4"));
-
-    chkUseImageMasks->setChecked(true);
-    txtImageMask->setText(QString());
-    optRandomImageMasks->setChecked(true);
-    txtRandomMaskChangeInterval->setText(QStringLiteral("10"));
-    chkAddShadows->setChecked(false);
-    txtShadowSize->setText(QStringLiteral("3"));
-    txtShadowDistance->setText(QStringLiteral("5"));
-    chkBlackAndWhite->setChecked(false);
-
-    chkPlayMusic->setChecked(false);
-    txtMusicPlaylist->setText(QString());
-    optRandomSound->setChecked(true);
-    optRandomMusicFromFolder->setChecked(true);
-
-    chkWidescreen->setChecked(false);
-    chkShowStatus->setChecked(false);
-    chkVetCache->setChecked(true);
-    chkExitOnESC->setChecked(true);
-    chkExitOnKey->setChecked(true);
-    chkExitOnMouse->setChecked(true);
-    chkExitOnClick->setChecked(true);
-
-    for (auto [slider, percent] : {std::pair{0, 100}, {1, 0}, {2, 0}, {10, 25}, {11, 100}, {12, 0}})
-        SetLayoutSlider(slider, percent);
-    SetNightModeSkyBar(88, 28);
+    SetNightModeSkyBar(NightZoneRange[0], NightZoneRange[1]);
     chkAddWhiteBorder_Click();
     cmbMultiMonOption_Click();
 }
@@ -262,126 +492,10 @@ void frmConfig::DefaultPrefs() {
 // --- Writing --------------------------------------------------------------------------------
 
 QString frmConfig::PrefsText() const {
-    QStringList out;
-    auto line = [&](const QString& s) { out << s; };
-    const QString blank = QStringLiteral(" ");
-    auto first = [](const std::array<QRadioButton*, 7>& options) {
-        for (int p = 1; p <= 6; ++p)
-            if (options[static_cast<std::size_t>(p)]->isChecked()) return p;
-        return 0;
-    };
-
-    line(QStringLiteral("Tessaview Preferences File - written ") +
-         prefs::FileDateTime(platform::Now()));
-    line(ProgramVersion);
-    line(kHeadRule);
-    if (chkDebug->isChecked()) {
-        line(QStringLiteral("' this line turns the debug log on."));
-        line(QStringLiteral("DEBUGLOG"));
-    }
-    line(blank);
-    line(QStringLiteral("' Image Order and Display Options ----------------------------------"));
-    line(blank);
-    line(QStringLiteral("INTERVAL,") + txtImageInterval->text());
-    line(QStringLiteral("CROSSFADETIME,") + txtCrossfadeTime->text());
-    line(blank);
-    line(QStringLiteral("IMAGEORDER,%1").arg(cmbImageOrder->currentIndex()));
-    line(QStringLiteral("USEKEYWORD,") + Chk(chkUseKeyWord) + ',' + txtKeyword->text());
-    line(blank);
-    line(QStringLiteral("BACKGROUNDCOLOUR,") + Colour(cmdChangeBackgroundColour->BackColor()));
-    line(blank);
-    line(QStringLiteral("' Background Image Options ----------------------------------------"));
-    line(blank);
-    line(QStringLiteral("BACKGROUNDIMAGE,") + Chk(chkUseBackgroundImages) + ',' +
-         QString::number(cmbTileBackground->currentIndex()) + ',' +
-         prefs::PercentText(GetLayoutSetting(11)));
-    line(txtBackgroundImage->text());
-    line(QStringLiteral("RANDOMBACKGROUNDIMAGES,") + Bool(optRandomBackgroundImage->isChecked()) +
-         ',' + txtRandomBackgroundChangeInterval->text().trimmed());
-    line(QStringLiteral("USELOCALBACKGROUND,") + Chk(chkUseLocalBackground));
-    line(blank);
-    line(QStringLiteral("' Panoramic Options -----------------------------------------------"));
-    line(blank);
-    line(QStringLiteral("SCROLLPANOS,") + Chk(chkScrollPanos));
-    line(QStringLiteral("SCROLLALLVERTICALIMAGES,") + Chk(chkScrollAllVerticalImages));
-    line(blank);
-    line(QStringLiteral("' Captions Options ------------------------------------------------"));
-    line(blank);
-    line(QStringLiteral("SHOWCAPTIONS,") + Chk(chkShowCaptions));
-    line(QStringLiteral("CAPTIONFONT,") + cmbFontSize->currentText() + ',' +
-         Bool(CaptionExample->font().bold()) + ',' + Bool(CaptionExample->font().italic()) + ',' +
-         Colour(CaptionForeColor) + ',' + Colour(CaptionBackColor) + ',' +
-         cmbFontList->currentText());
-    for (std::size_t n = 0; n < 2; ++n)
-        line(QStringLiteral("CAPTIONCONTENT,%1,").arg(n) + Chk(chkCapFileName[n]) + ',' +
-             Chk(chkCapFileNameFullPath[n]) + ',' + Chk(chkCapFolderName[n]) + ',' +
-             Chk(chkCapFolderNameFullPath[n]) + ',' + Chk(chkCapEXIFDate[n]) + ',' +
-             Chk(chkCapDimensions[n]) + ',' + Chk(chkCapEXIFDescription[n]));
-    line(QStringLiteral("CAPTIONSHOWFILEEXTENSION,") + Chk(chkShowExtension));
-    if (int p = first(Position1)) line(QStringLiteral("CAPTIONPOSITIONA,%1").arg(p));
-    if (int p = first(Position2)) line(QStringLiteral("CAPTIONPOSITIONB,%1").arg(p));
-    line(QStringLiteral("FLOATINGCAPTIONBOXES,") + Chk(chkFloatingCaptions));
-    line(blank);
-    line(QStringLiteral("USEDSCFILTER,") + Chk(chkUseDSCFilter));
-    line(QStringLiteral("DSCFILTEROPTION,%1").arg(cmbDSCFilter->currentIndex()));
-    line(QStringLiteral("DSCFILTERLIST,%1").arg(lstDSCFilter->count()));
-    for (int i = 0; i < lstDSCFilter->count(); ++i)
-        line(lstDSCFilter->item(i)->text());
-    line(blank);
-    line(QStringLiteral("' Multiple Monitor Options ---------------------------------------"));
-    line(blank);
-    line(QStringLiteral("ENABLEMULTIMONITORS,") + Chk(chkEnableMultiMon) + ',' +
-         QString::number(cmbMultiMonOption->currentIndex()));
-    line(QStringLiteral("MULTIMONUSEMINHEIGHT,") + Chk(chkMultiMonUseMinHeight));
-    line(blank);
-    line(QStringLiteral("' Night Time Mode Options ----------------------------------------"));
-    line(blank);
-    line(QStringLiteral("NIGHT MODE,") + Chk(chkNightMode) +
-         QStringLiteral(",%1,%2,").arg(NightZoneRange[0]).arg(NightZoneRange[1]) +
-         Bool(optTurnMonitorOFF->isChecked()));
-    line(blank);
-    line(QStringLiteral("' Layout Options  ------------------------------------------------"));
-    for (int n = 2; n >= 0; --n)
-        line(QStringLiteral("LAYOUT,%1,").arg(n) + Chk(chkLayout[static_cast<std::size_t>(n)]) +
-             ',' + prefs::PercentText(GetLayoutSetting(n)));
-    line(blank);
-    line(QStringLiteral("STACKIMAGES,") + txtMaxStackedImages->text());
-    line(QStringLiteral("STOPSTACKIFPANO,") + Chk(chkStopStackIfPano));
-    line(QStringLiteral("WHITEBORDER,") + Chk(chkAddWhiteBorder) + ',' +
-         Colour(cmdBorderColour->BackColor()) + ',' +
-         QString::number(cmbBorderPercent->currentIndex()));
-    line(QStringLiteral("' Image Effects Options ------------------------------------------"));
-    line(blank);
-    line(QStringLiteral("USEIMAGEMASKS,") + Chk(chkUseImageMasks) + ',' +
-         prefs::PercentText(GetLayoutSetting(10)));
-    line(txtImageMask->text());
-    line(QStringLiteral("RANDOMIMAGEMASKS,") + Bool(optRandomImageMasks->isChecked()) + ',' +
-         txtRandomMaskChangeInterval->text());
-    line(blank);
-    line(QStringLiteral("ADDSHADOWS,") + Chk(chkAddShadows) + ',' + txtShadowSize->text() + ',' +
-         txtShadowDistance->text());
-    line(blank);
-    line(QStringLiteral("BLACKANDWHITE,") + Chk(chkBlackAndWhite) + ',' +
-         prefs::PercentText(GetLayoutSetting(12)) + ',' + Chk(chkAddContrastToBW));
-    line(blank);
-    line(QStringLiteral("' Sounds Options -------------------------------------------------"));
-    line(blank);
-    line(QStringLiteral("PLAYSOUND,") + Chk(chkPlaySound));
-    line(txtSoundFile->text());
-    line(QStringLiteral("RANDOMSOUND,") + Bool(optRandomSound->isChecked()));
-    line(blank);
-    line(QStringLiteral("PLAYMUSIC,") + Chk(chkPlayMusic));
-    line(txtMusicPlaylist->text());
-    line(QStringLiteral("RANDOMMUSICFROMFOLDER,") + Bool(optRandomMusicFromFolder->isChecked()));
-    line(blank);
-    line(QStringLiteral("' Miscellaneous Options ------------------------------------------"));
-    line(blank);
-    line(QStringLiteral("WIDESCREEN,") + Chk(chkWidescreen));
-    line(QStringLiteral("SHOWSTATUS,") + Chk(chkShowStatus));
-    line(QStringLiteral("VETCACHE,") + Chk(chkVetCache));
-    line(QStringLiteral("EXITOPTIONS,") + Chk(chkExitOnESC) + ',' + Chk(chkExitOnKey) + ',' +
-         Chk(chkExitOnMouse) + ',' + Chk(chkExitOnClick));
-    line(blank);
+    QStringList out{QStringLiteral("Tessaview Preferences File - written ") +
+                        prefs::FileDateTime(platform::Now()),
+                    ProgramVersion, kHeadRule};
+    out << prefs::WriteBody(PrefsTable());
     return out.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n");
 }
 
@@ -398,194 +512,17 @@ void frmConfig::SavePrefs() {
 
 void frmConfig::LoadPrefs() {
     QFile file(PrefsFileName);
-    if (!file.exists() || !file.open(QIODevice::ReadOnly)) return;
+    if (!file.open(QIODevice::ReadOnly)) return;
     QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
     for (QString& l : lines)
         if (l.endsWith('\r')) l.chop(1);
     // A trailing line end does not start another line.
     if (!lines.isEmpty() && lines.last().isEmpty()) lines.removeLast();
-
-    int at = 0;
-    auto next = [&]() -> QString { return at < lines.size() ? lines[at++] : QString(); };
-    next();
-    if (vb::Val(next().trimmed()) < 6.0) return;
-
+    // A file of an older major version is ignored whole; the defaults stand.
+    if (vb::Val(lines.value(1).trimmed()) < 6.0) return;
     try {
-        while (at < lines.size()) {
-            const QString text = next().trimmed();
-            if (text.isEmpty()) continue;
-            const Fields f{text.split(',')};
-            const QString key = f.items[0];
-
-            if (key == QLatin1String("DEBUGLOG")) {
-                DebugFlag = true;
-                chkDebug->setChecked(true);
-            } else if (key == QLatin1String("INTERVAL")) {
-                txtImageInterval->setText(f[1]);
-            } else if (key == QLatin1String("CROSSFADETIME")) {
-                txtCrossfadeTime->setText(f[1]);
-            } else if (key == QLatin1String("IMAGEORDER")) {
-                SetIdx(cmbImageOrder, f[1]);
-            } else if (key == QLatin1String("USEKEYWORD")) {
-                SetChk(chkUseKeyWord, f[1]);
-                txtKeyword->setText(f[2]);
-            } else if (key == QLatin1String("BACKGROUNDCOLOUR")) {
-                cmdChangeBackgroundColour->setBackColor(ToColour(f[1]));
-            } else if (key == QLatin1String("BACKGROUNDIMAGE")) {
-                SetChk(chkUseBackgroundImages, f[1]);
-                SetIdx(cmbTileBackground, f[2]);
-                const float pct = static_cast<float>(vb::Val(f[3]));
-                SliderPercent[11] = pct;
-                SetLayoutSlider(11, Whole(f[3]));
-                SliderPercent[11] = pct;
-                txtBackgroundImage->setText(next().trimmed());
-                LoadPreview(txtBackgroundImage->text(), picBackgroundPreview);
-            } else if (key == QLatin1String("RANDOMBACKGROUNDIMAGES")) {
-                SetOption(optRandomBackgroundImage, optSpecificbackgroundImage, ToBool(f[1]));
-                txtRandomBackgroundChangeInterval->setText(f[2]);
-            } else if (key == QLatin1String("USELOCALBACKGROUND")) {
-                SetChk(chkUseLocalBackground, f[1]);
-            } else if (key == QLatin1String("SCROLLPANOS")) {
-                SetChk(chkScrollPanos, f[1]);
-            } else if (key == QLatin1String("SCROLLALLVERTICALIMAGES")) {
-                SetChk(chkScrollAllVerticalImages, f[1]);
-                chkScrollAllVerticalImages_Click();
-            } else if (key == QLatin1String("SHOWCAPTIONS")) {
-                SetChk(chkShowCaptions, f[1]);
-            } else if (key == QLatin1String("CAPTIONFONT")) {
-                FindInComboBox(QString::number(vb::Val(f[1])), cmbFontSize);
-                QFont font = CaptionExample->font();
-                font.setBold(ToBool(f[2]));
-                font.setItalic(ToBool(f[3]));
-                CaptionExample->setFont(font);
-                CaptionForeColor = ToColour(f[4]);
-                CaptionBackColor = ToColour(f[5]);
-                FindInComboBox(f[6], cmbFontList);
-                UpdateCaptionExample();
-            } else if (key == QLatin1String("CAPTIONCONTENT")) {
-                const int n = Whole(f[1]);
-                if (n < 0 || n > 1) throw PrefsReadError("caption block");
-                const auto i = static_cast<std::size_t>(n);
-                SetChk(chkCapFileName[i], f[2]);
-                SetChk(chkCapFileNameFullPath[i], f[3]);
-                SetChk(chkCapFolderName[i], f[4]);
-                SetChk(chkCapFolderNameFullPath[i], f[5]);
-                SetChk(chkCapEXIFDate[i], f[6]);
-                SetChk(chkCapDimensions[i], f[7]);
-                SetChk(chkCapEXIFDescription[i], f[8]);
-            } else if (key == QLatin1String("CAPTIONSHOWFILEEXTENSION")) {
-                SetChk(chkShowExtension, f[1]);
-            } else if (key == QLatin1String("CAPTIONPOSITIONA") ||
-                       key == QLatin1String("CAPTIONPOSITIONB")) {
-                const int p = Whole(f[1]);
-                if (p < 1 || p > 6) throw PrefsReadError("caption position");
-                (key.endsWith('A') ? Position1 : Position2)[static_cast<std::size_t>(p)]
-                    ->setChecked(true);
-            } else if (key == QLatin1String("FLOATINGCAPTIONBOXES")) {
-                SetChk(chkFloatingCaptions, f[1]);
-            } else if (key == QLatin1String("USEDSCFILTER")) {
-                SetChk(chkUseDSCFilter, f[1]);
-            } else if (key == QLatin1String("DSCFILTEROPTION")) {
-                SetIdx(cmbDSCFilter, f[1]);
-            } else if (key == QLatin1String("DSCFILTERLIST")) {
-                lstDSCFilter->clear();
-                const int count = Whole(f[1]);
-                for (int i = 0; i < count; ++i) {
-                    const QString item = next();
-                    if (!item.isEmpty()) lstDSCFilter->addItem(item);
-                }
-            } else if (key == QLatin1String("ENABLEMULTIMONITORS")) {
-                SetChk(chkEnableMultiMon, f[1]);
-                SetIdx(cmbMultiMonOption, f[2]);
-                cmbMultiMonOption_Click();
-            } else if (key == QLatin1String("MULTIMONUSEMINHEIGHT")) {
-                SetChk(chkMultiMonUseMinHeight, f[1]);
-            } else if (key == QLatin1String("NIGHT MODE")) {
-                if (!vb::IsNumeric(f[1])) throw PrefsReadError("night mode switch");
-                SetChk(chkNightMode, f[1]);
-                const int start = static_cast<int>(vb::Int(vb::Val(f[2])));
-                const int end = static_cast<int>(vb::Int(vb::Val(f[3])));
-                const bool monitorOff = ToBool(f[4]);
-                SetOption(optTurnMonitorOFF, optNightModeBlankScreen, monitorOff);
-                SetNightModeSkyBar(start, end);
-            } else if (key == QLatin1String("LAYOUT")) {
-                const int n = Whole(f[1]);
-                if (n < 0 || n > 2) throw PrefsReadError("layout");
-                SetChk(chkLayout[static_cast<std::size_t>(n)], f[2]);
-                const float pct = static_cast<float>(vb::Val(f[3]));
-                SetLayoutSlider(n, Whole(f[3]));
-                SliderPercent[n] = pct;
-            } else if (key == QLatin1String("STACKIMAGES")) {
-                txtMaxStackedImages->setText(QString::number(Whole(f[1])));
-            } else if (key == QLatin1String("STOPSTACKIFPANO")) {
-                SetChk(chkStopStackIfPano, f[1]);
-            } else if (key == QLatin1String("WHITEBORDER")) {
-                SetChk(chkAddWhiteBorder, f[1]);
-                cmdBorderColour->setBackColor(ToColour(f[2]));
-                SetIdx(cmbBorderPercent, f[3]);
-                chkAddWhiteBorder_Click();
-            } else if (key == QLatin1String("USEIMAGEMASKS")) {
-                SetChk(chkUseImageMasks, f[1]);
-                const float pct = static_cast<float>(vb::Val(f[2]));
-                SetLayoutSlider(10, Whole(f[2]));
-                SliderPercent[10] = pct;
-                txtImageMask->setText(next().trimmed());
-                LoadPreview(txtImageMask->text(), picMaskPreview);
-                chkUseImageMasks_Click();
-            } else if (key == QLatin1String("RANDOMIMAGEMASKS")) {
-                SetOption(optRandomImageMasks, optUseSpecificMask, ToBool(f[1]));
-                txtRandomMaskChangeInterval->setText(f[2]);
-                optRandomImageMasks_Click();
-            } else if (key == QLatin1String("ADDSHADOWS")) {
-                SetChk(chkAddShadows, f[1]);
-                txtShadowSize->setText(f[2]);
-                txtShadowDistance->setText(f[3]);
-            } else if (key == QLatin1String("BLACKANDWHITE")) {
-                SetChk(chkBlackAndWhite, f[1]);
-                const float pct = static_cast<float>(vb::Val(f[2]));
-                SetLayoutSlider(12, Whole(f[2]));
-                SliderPercent[12] = pct;
-                SetChk(chkAddContrastToBW, f[3]);
-                chkAddContrastToBW_Click();
-                chkAddContrastToBW->setEnabled(chkBlackAndWhite->isChecked());
-            } else if (key == QLatin1String("PLAYSOUND")) {
-                SetChk(chkPlaySound, f[1]);
-                txtSoundFile->setText(next().trimmed());
-                // STAND-IN until the audio players exist: a file that is there counts as loaded,
-                // with no length known.
-                lblSoundLength->setText(common::FileExists(txtSoundFile->text())
-                                            ? prefs::MakeTimeString(0)
-                                            : QStringLiteral("err"));
-            } else if (key == QLatin1String("RANDOMSOUND")) {
-                SetOption(optRandomSound, optSpecificSound, ToBool(f[1]));
-            } else if (key == QLatin1String("PLAYMUSIC")) {
-                SetChk(chkPlayMusic, f[1]);
-                txtMusicPlaylist->setText(next().trimmed());
-            } else if (key == QLatin1String("RANDOMMUSICFROMFOLDER")) {
-                SetOption(optRandomMusicFromFolder, optSpecificPlayList, ToBool(f[1]));
-            } else if (key == QLatin1String("WIDESCREEN")) {
-                SetChk(chkWidescreen, f[1]);
-            } else if (key == QLatin1String("SHOWSTATUS")) {
-                SetChk(chkShowStatus, f[1]);
-            } else if (key == QLatin1String("VETCACHE")) {
-                SetChk(chkVetCache, f[1]);
-            } else if (key == QLatin1String("EXITOPTIONS")) {
-                SetChk(chkExitOnESC, f[1]);
-                SetChk(chkExitOnKey, f[2]);
-                SetChk(chkExitOnMouse, f[3]);
-                SetChk(chkExitOnClick, f[4]);
-            } else if (key ==
-                       QLatin1String(
-                           "IMAGELISTS_REMOVE THIS ############################################ "
-                           "REPLACE WITH PATH TO IMAGELISTS")) {
-                // Retired: image lists are found by scanning their folder. Only a user who
-                // types the whole key by hand gets here, and the lists named are still read.
-                const int count = Whole(f[1]);
-                for (int i = 0; i < count; ++i)
-                    LoadImageList(next().trimmed());
-            }
-        }
-    } catch (const PrefsReadError&) {
+        prefs::ReadBody(PrefsTable(), lines.mid(2));
+    } catch (const prefs::ReadError&) {
         // What was gathered before the bad value stands; the rest of the file is not read.
     }
 }

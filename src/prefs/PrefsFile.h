@@ -11,7 +11,5 @@ namespace prefs {
 QString MakeTimeString(double milliseconds);
 // The head's date: the system's short date with a four-digit year, and the time.
 QString FileDateTime(const QDateTime& moment);
-// A percentage in the shortest decimal form that reads back to the same single.
-QString PercentText(float value);
 
 } // namespace prefs

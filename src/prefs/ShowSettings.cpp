@@ -50,17 +50,24 @@ void ReadTrimmed(const QLineEdit* box, QString& target) {
     if (box) target = box->text().trimmed();
 }
 
+// A number that does not fit its variable leaves the variable as it was, rather than wrapping
+// into a value nobody typed (an interval of 40000 s must not become a negative one).
+template <typename T> void Assign(std::optional<T> value, T& target) {
+    if (value) target = *value;
+}
+void Convert(double value, std::int16_t& target) {
+    Assign(vb::CInt(value), target);
+}
+void Convert(double value, std::int32_t& target) {
+    Assign(vb::CLng(value), target);
+}
+void Convert(double value, float& target) {
+    Assign(vb::CSng(value), target);
+}
+
 // Numeric boxes: the number at the front of the trimmed text, junk reading as 0.
-void ReadNumber(const QLineEdit* box, std::int16_t& target) {
-    if (box) target = vb::CInt(vb::Val(box->text().trimmed()));
-}
-
-void ReadNumber(const QLineEdit* box, std::int32_t& target) {
-    if (box) target = vb::CLng(vb::Val(box->text().trimmed()));
-}
-
-void ReadNumber(const QLineEdit* box, float& target) {
-    if (box) target = static_cast<float>(vb::Val(box->text().trimmed()));
+template <typename T> void ReadNumber(const QLineEdit* box, T& target) {
+    if (box) Convert(vb::Val(box->text().trimmed()), target);
 }
 
 // The index of the first option set, counting from 1; the target stays when none is set.
@@ -76,7 +83,7 @@ void ReadPosition(const std::array<QRadioButton*, 7>& options, std::int16_t& tar
 } // namespace
 
 void frmSlideShow::DefaultPrefs() {
-    DebugLogOn = false;
+    DebugLog::instance().SetOff();
     ImageInterval = 10;
     CrossfadeTime = 3.0f;
     PrefCrossfadeTime = 3.0f;
@@ -163,8 +170,7 @@ void frmSlideShow::DefaultPrefs() {
 void frmSlideShow::ReadPerfSettings() {
     const QString stored = GetSetting(QStringLiteral("xFadeStepTime"), QStringLiteral("0.1"));
     xFadeStepTime = static_cast<float>(vb::Val(stored.trimmed()));
-    if (DebugLogOn)
-        BugLog(QStringLiteral("Reading xfadesteptime from reg : ") + Single(xFadeStepTime));
+    BugLog(QStringLiteral("Reading xfadesteptime from reg : ") + Single(xFadeStepTime));
 }
 
 void frmSlideShow::WritePerfSettings() {
@@ -178,9 +184,6 @@ void frmSlideShow::WritePerfSettings() {
 void frmSlideShow::LoadShowSettings() {
     SetStatus(QStringLiteral("Loading Preferences"));
     frmConfig* config = frmConfig::instance();
-    auto log = [this](const QString& text) {
-        if (DebugLogOn) BugLog(text);
-    };
 
     if (IsOne(config->chkDebug)) {
         OpenDebugLog();
@@ -188,22 +191,22 @@ void frmSlideShow::LoadShowSettings() {
         BugLog(QStringLiteral("============================"));
         BugLog(QStringLiteral("Reading in prefs from Config form..."));
     }
-    log(QStringLiteral("InstallPath is ") + InstallDir);
+    BugLog(QStringLiteral("InstallPath is ") + InstallDir);
 
     // --- Timing and order ---------------------------------------------------------------
     ReadNumber(config->txtImageInterval, ImageInterval);
-    log(QStringLiteral("  Image Interval ") + QString::number(ImageInterval) +
-        QStringLiteral(" s "));
+    BugLog(QStringLiteral("  Image Interval ") + QString::number(ImageInterval) +
+           QStringLiteral(" s "));
     ReadNumber(config->txtCrossfadeTime, CrossfadeTime);
-    log(QStringLiteral("  Crossfade Time ") + Single(CrossfadeTime) + QStringLiteral(" s "));
+    BugLog(QStringLiteral("  Crossfade Time ") + Single(CrossfadeTime) + QStringLiteral(" s "));
     // The crossfade is the one setting with a floor. There is no upper limit, and no tie to
     // the image interval.
     if (CrossfadeTime < 1.0f) {
         CrossfadeTime = 1.0f;
-        log(QStringLiteral(" (setting it to 1s) "));
+        BugLog(QStringLiteral(" (setting it to 1s) "));
     }
     PrefCrossfadeTime = CrossfadeTime;
-    log(QStringLiteral("  Last xFadeStepTime (tuned hopefully) = ") + Single(xFadeStepTime));
+    BugLog(QStringLiteral("  Last xFadeStepTime (tuned hopefully) = ") + Single(xFadeStepTime));
     SetLongProcessInterval();
 
     if (config->cmbImageOrder) {
@@ -230,55 +233,55 @@ void frmSlideShow::LoadShowSettings() {
             break;
         }
     }
-    log(QStringLiteral("  Random Images  = ") + Bool(RandomImages));
-    log(QStringLiteral("  Random Folders = ") + Bool(RandomFolders));
+    BugLog(QStringLiteral("  Random Images  = ") + Bool(RandomImages));
+    BugLog(QStringLiteral("  Random Folders = ") + Bool(RandomFolders));
     if (!RandomFolders) CurrentRandomFolder.clear();
-    log(QStringLiteral("  Current Random Folder > ") + CurrentRandomFolder);
+    BugLog(QStringLiteral("  Current Random Folder > ") + CurrentRandomFolder);
     ReadBox(config->chkUseKeyWord, UseKeyword);
     ReadTrimmed(config->txtKeyword, Keyword);
-    log(QStringLiteral("  Use Keyword = ") + Bool(UseKeyword) + QStringLiteral("  (") + Keyword +
-        ')');
+    BugLog(QStringLiteral("  Use Keyword = ") + Bool(UseKeyword) + QStringLiteral("  (") + Keyword +
+           ')');
     if (config->cmdChangeBackgroundColour)
         BackgroundColour = ColourFromValue(config->cmdChangeBackgroundColour->BackColor());
 
     // --- Background images --------------------------------------------------------------
     ReadBox(config->chkUseBackgroundImages, UseBackgroundImage);
-    log(QStringLiteral("  UseBackgroundImage = ") + Bool(UseBackgroundImage));
+    BugLog(QStringLiteral("  UseBackgroundImage = ") + Bool(UseBackgroundImage));
     if (config->cmbTileBackground)
         TileBackgroundImage = config->cmbTileBackground->currentIndex() == 0;
-    BackgroundPercent = vb::CInt(config->GetLayoutSetting(11));
+    Convert(config->GetLayoutSetting(11), BackgroundPercent);
     ReadTrimmed(config->txtBackgroundImage, BackgroundImagePath);
-    log(QStringLiteral("  > ") + BackgroundImagePath);
-    log(QStringLiteral("  TileBackgroundimage = ") + Bool(TileBackgroundImage));
+    BugLog(QStringLiteral("  > ") + BackgroundImagePath);
+    BugLog(QStringLiteral("  TileBackgroundimage = ") + Bool(TileBackgroundImage));
     ReadOption(config->optRandomBackgroundImage, RandomBGImage);
     ReadNumber(config->txtRandomBackgroundChangeInterval, RandomBGFrames);
-    log(QStringLiteral("  RandomBGImage = ") + Bool(RandomBGImage) + QStringLiteral(" (") +
-        QString::number(RandomBGFrames) + QStringLiteral(" frames)"));
+    BugLog(QStringLiteral("  RandomBGImage = ") + Bool(RandomBGImage) + QStringLiteral(" (") +
+           QString::number(RandomBGFrames) + QStringLiteral(" frames)"));
     if (RandomBGImage) {
         LoadListOfBackgroundImages();
         if (lstBackgroundImages.isEmpty()) {
-            log(QStringLiteral("  *** No images found in ") + InstallDir +
-                QStringLiteral("/Backgrounds"));
+            BugLog(QStringLiteral("  *** No images found in ") + InstallDir +
+                   QStringLiteral("/Backgrounds"));
             RandomBGImage = false;
         }
     }
     ReadBox(config->chkUseLocalBackground, UseLocalBackground);
     if (UseLocalBackground)
-        log(QStringLiteral("  If there is a local image that starts w background, use that"));
+        BugLog(QStringLiteral("  If there is a local image that starts w background, use that"));
 
     // --- Panoramas ----------------------------------------------------------------------
     ReadBox(config->chkScrollPanos, ScrollPanos);
-    log(QStringLiteral("  Scroll Panos = ") + Bool(ScrollPanos));
-    log(QStringLiteral("     Min pano ratio is ") + Single(MinPanoRatio));
+    BugLog(QStringLiteral("  Scroll Panos = ") + Bool(ScrollPanos));
+    BugLog(QStringLiteral("     Min pano ratio is ") + Single(MinPanoRatio));
     // The box offers to scroll every upright image; the variable forces it when the box is
     // cleared, so the sense is turned round here.
     if (config->chkScrollAllVerticalImages)
         ForceVertical = !IsOne(config->chkScrollAllVerticalImages);
-    log(QStringLiteral("  ForceVertical = ") + Bool(ForceVertical));
+    BugLog(QStringLiteral("  ForceVertical = ") + Bool(ForceVertical));
 
     // --- Captions -----------------------------------------------------------------------
     ReadBox(config->chkShowCaptions, ShowCaptions);
-    log(QStringLiteral("  Show Captions = ") + Bool(ShowCaptions));
+    BugLog(QStringLiteral("  Show Captions = ") + Bool(ShowCaptions));
     for (std::size_t n = 0; n < 2; ++n) {
         ReadPosition(n == 0 ? config->Position1 : config->Position2, CaptionPosition[n]);
         ReadBox(config->chkCapFileName[n], CapFileName[n]);
@@ -288,7 +291,7 @@ void frmSlideShow::LoadShowSettings() {
         ReadBox(config->chkCapDimensions[n], CapDimensions[n]);
         ReadBox(config->chkCapEXIFDate[n], CapEXIFDate[n]);
         ReadBox(config->chkCapEXIFDescription[n], CapEXIFDescription[n]);
-        log(QStringLiteral("  Caption %1 Position %2").arg(n).arg(CaptionPosition[n]));
+        BugLog(QStringLiteral("  Caption %1 Position %2").arg(n).arg(CaptionPosition[n]));
     }
     ReadBox(config->chkFloatingCaptions, FloatingCaptions);
     if (config->CaptionExample) {
@@ -303,65 +306,66 @@ void frmSlideShow::LoadShowSettings() {
     }
     ReadBox(config->chkShowExtension, ShowFileExtension);
     ReadBox(config->chkUseDSCFilter, DSCFilterON);
-    log(QStringLiteral("  DSCFilterON = ") + Bool(DSCFilterON));
+    BugLog(QStringLiteral("  DSCFilterON = ") + Bool(DSCFilterON));
     if (config->cmbDSCFilter) DSCShowFolderName = config->cmbDSCFilter->currentIndex() != 0;
-    log(QStringLiteral("     show foldername = ") + Bool(DSCShowFolderName));
+    BugLog(QStringLiteral("     show foldername = ") + Bool(DSCShowFolderName));
 
     // --- Monitors -----------------------------------------------------------------------
     ReadBox(config->chkEnableMultiMon, MultiMonitors);
-    log(QStringLiteral("  MultiMonitors = ") + Bool(MultiMonitors));
+    BugLog(QStringLiteral("  MultiMonitors = ") + Bool(MultiMonitors));
     if (config->cmbMultiMonOption)
         MultiMonImagePerScreen = config->cmbMultiMonOption->currentIndex() != 1;
-    log(QStringLiteral("  MultiMon image per screen = ") + Bool(MultiMonImagePerScreen));
+    BugLog(QStringLiteral("  MultiMon image per screen = ") + Bool(MultiMonImagePerScreen));
     ReadBox(config->chkMultiMonUseMinHeight, MultiMonUseMinHeight);
-    log(QStringLiteral("  use min height = ") + Bool(MultiMonUseMinHeight));
+    BugLog(QStringLiteral("  use min height = ") + Bool(MultiMonUseMinHeight));
 
     // --- Layouts ------------------------------------------------------------------------
     LayoutInUse = 0;
     ReadBox(config->chkLayout[0], UseNormalLayout);
-    log(QStringLiteral("  Use Normal Layout = ") + Bool(UseNormalLayout));
+    BugLog(QStringLiteral("  Use Normal Layout = ") + Bool(UseNormalLayout));
     ReadBox(config->chkLayout[1], UseStackedLayout);
     ReadNumber(config->txtMaxStackedImages, MaxStackedImages);
     ReadBox(config->chkStopStackIfPano, StopStackIfPano);
-    log(QStringLiteral("  Stacked Images = ") + Bool(UseStackedLayout));
-    log(QStringLiteral("                   Stop Stack If Pano is ") + Bool(StopStackIfPano));
+    BugLog(QStringLiteral("  Stacked Images = ") + Bool(UseStackedLayout));
+    BugLog(QStringLiteral("                   Stop Stack If Pano is ") + Bool(StopStackIfPano));
     ReadBox(config->chkLayout[2], FourUp);
-    log(QStringLiteral("  FourUp = ") + Bool(FourUp));
+    BugLog(QStringLiteral("  FourUp = ") + Bool(FourUp));
 
     for (std::size_t i = 0; i < LayoutRange.size(); ++i)
         LayoutRange[i] = config->GetLayoutSetting(static_cast<int>(i));
-    log(QStringLiteral(" Layout Display Percentages : "));
+    BugLog(QStringLiteral(" Layout Display Percentages : "));
     for (std::size_t i = 0; i < LayoutRange.size(); ++i)
-        log(QStringLiteral("        Layout %1 = %2 % ").arg(i).arg(Single(LayoutRange[i])));
+        BugLog(QStringLiteral("        Layout %1 = %2 % ").arg(i).arg(Single(LayoutRange[i])));
     // Upper bounds of consecutive bands, so that a number drawn from 0 to 100 falls in one.
     LayoutRange[1] += LayoutRange[0];
     LayoutRange[2] += LayoutRange[1];
-    log(QStringLiteral(" Layout Display Percent Ranges: "));
-    log(QStringLiteral("        Layout 0  = 0 to ") + Single(LayoutRange[0]));
-    log(QStringLiteral("        Layout 1  = %1 to %2")
-            .arg(Single(LayoutRange[0]), Single(LayoutRange[1])));
-    log(QStringLiteral("        Layout 2  = %1 to %2")
-            .arg(Single(LayoutRange[1]), Single(LayoutRange[2])));
+    BugLog(QStringLiteral(" Layout Display Percent Ranges: "));
+    BugLog(QStringLiteral("        Layout 0  = 0 to ") + Single(LayoutRange[0]));
+    BugLog(QStringLiteral("        Layout 1  = %1 to %2")
+               .arg(Single(LayoutRange[0]), Single(LayoutRange[1])));
+    BugLog(QStringLiteral("        Layout 2  = %1 to %2")
+               .arg(Single(LayoutRange[1]), Single(LayoutRange[2])));
 
     // --- Masks --------------------------------------------------------------------------
     ReadBox(config->chkUseImageMasks, UseImageMask);
-    MaskPercent = vb::CLng(config->GetLayoutSetting(10));
+    Convert(config->GetLayoutSetting(10), MaskPercent);
     ReadTrimmed(config->txtImageMask, ImageMaskPath);
     ReadOption(config->optRandomImageMasks, RandomImageMask);
     ReadNumber(config->txtRandomMaskChangeInterval, RandomMaskFrames);
-    log(QStringLiteral("  Use Image Masks = ") + Bool(UseImageMask));
-    log(QStringLiteral("  Random = ") + Bool(RandomImageMask));
+    BugLog(QStringLiteral("  Use Image Masks = ") + Bool(UseImageMask));
+    BugLog(QStringLiteral("  Random = ") + Bool(RandomImageMask));
     if (RandomImageMask) {
         LoadListOfImageMasks();
         if (lstMasks.isEmpty()) {
-            log(QStringLiteral("No image Masks found in ") + InstallDir + QStringLiteral("/Masks"));
+            BugLog(QStringLiteral("No image Masks found in ") + InstallDir +
+                   QStringLiteral("/Masks"));
             RandomImageMask = false;
         }
     }
     // Random masks that found none fall through to here: masks stay on only if the specific
     // mask file is there.
     if (UseImageMask && !RandomImageMask && !common::FileExists(ImageMaskPath)) {
-        log(QStringLiteral("   ** Can't find the image mask file.  Turning off UseImageMask."));
+        BugLog(QStringLiteral("   ** Can't find the image mask file.  Turning off UseImageMask."));
         UseImageMask = false;
     }
 
@@ -373,10 +377,10 @@ void frmSlideShow::LoadShowSettings() {
     ReadBox(config->chkAddShadows, UseShadows);
     ReadNumber(config->txtShadowSize, ShadowSize);
     ReadNumber(config->txtShadowDistance, ShadowDistance);
-    log(QStringLiteral("  Shadows = ") + Bool(UseShadows) + QStringLiteral("  distance = ") +
-        QString::number(ShadowDistance));
+    BugLog(QStringLiteral("  Shadows = ") + Bool(UseShadows) + QStringLiteral("  distance = ") +
+           QString::number(ShadowDistance));
     ReadBox(config->chkBlackAndWhite, UseBlackAndWhite);
-    BWPercent = vb::CLng(config->GetLayoutSetting(12));
+    Convert(config->GetLayoutSetting(12), BWPercent);
     ReadBox(config->chkAddContrastToBW, AddContrastToBW);
     BWInUse = false;
     if (config->chkWidescreen) {
@@ -388,21 +392,21 @@ void frmSlideShow::LoadShowSettings() {
     ReadBox(config->chkPlaySound, PlaySound);
     ReadOption(config->optRandomSound, RandomSound);
     ReadText(config->txtSoundFile, SoundPath);
-    log(QStringLiteral("Playsound ") + Bool(PlaySound));
-    log(QStringLiteral("RandomSound ") + Bool(RandomSound));
-    log(QStringLiteral("SoundPath = ") + SoundPath);
+    BugLog(QStringLiteral("Playsound ") + Bool(PlaySound));
+    BugLog(QStringLiteral("RandomSound ") + Bool(RandomSound));
+    BugLog(QStringLiteral("SoundPath = ") + SoundPath);
     if (PlaySound && !RandomSound) {
         if (!common::FileExists(SoundPath)) {
-            log(QStringLiteral(" Could not find the specific sound file.  Turning sound off."));
+            BugLog(QStringLiteral(" Could not find the specific sound file.  Turning sound off."));
             PlaySound = false;
         } else if (modDirectShow::LoadPlayer(0, SoundPath)) {
             // The one sound stays loaded in player 0 for the whole show.
-            log(QStringLiteral("File {") + SoundPath +
-                QStringLiteral("}  was loaded successfully in player 0"));
+            BugLog(QStringLiteral("File {") + SoundPath +
+                   QStringLiteral("}  was loaded successfully in player 0"));
             AudioPlayerLoaded[0] = true;
         } else {
             // Sound is left on; with player 0 empty the changes of image stay silent.
-            log(QStringLiteral("Unable to load sound file, "));
+            BugLog(QStringLiteral("Unable to load sound file, "));
         }
     }
     if (PlaySound && RandomSound) {
@@ -411,7 +415,7 @@ void frmSlideShow::LoadShowSettings() {
             SoundsFileBox.Path = folder + '/';
             SoundsFileBox.Refresh();
         } else {
-            log(QStringLiteral("*** no folder ") + folder + QStringLiteral(" ***"));
+            BugLog(QStringLiteral("*** no folder ") + folder + QStringLiteral(" ***"));
             PlaySound = false;
         }
     }
@@ -424,10 +428,10 @@ void frmSlideShow::LoadShowSettings() {
     ReadOption(config->optTurnMonitorOFF, NightMonitorOff);
     NightStartZone = vb::Wrap16(config->GetNightModeSetting(0));
     NightEndZone = vb::Wrap16(config->GetNightModeSetting(1));
-    log(QStringLiteral("Night Mode .... enabled = ") + Bool(NightModeEnabled));
-    log(QStringLiteral("      start zone = ") + QString::number(NightStartZone));
-    log(QStringLiteral("        end zone = ") + QString::number(NightEndZone));
-    log(QStringLiteral("     monitor off = ") + Bool(NightMonitorOff));
+    BugLog(QStringLiteral("Night Mode .... enabled = ") + Bool(NightModeEnabled));
+    BugLog(QStringLiteral("      start zone = ") + QString::number(NightStartZone));
+    BugLog(QStringLiteral("        end zone = ") + QString::number(NightEndZone));
+    BugLog(QStringLiteral("     monitor off = ") + Bool(NightMonitorOff));
     // The end zone is the quarter-hour at which the show resumes, so it is never night.
     auto markNight = [this](int from, int to) {
         for (int zone = std::max(from, 0); zone <= to && zone < static_cast<int>(NightZone.size());
@@ -441,7 +445,7 @@ void frmSlideShow::LoadShowSettings() {
         markNight(0, NightEndZone - 1);
         markNight(NightStartZone, 96);
     }
-    log(QStringLiteral(" Night mode zones : "));
+    BugLog(QStringLiteral(" Night mode zones : "));
 
     // --- Status, cache and ways out ------------------------------------------------------
     ReadBox(config->chkShowStatus, ShowStatus);

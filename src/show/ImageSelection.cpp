@@ -54,22 +54,19 @@ void frmSlideShow::ChooseNextImage(int numberOfImagesToAdd, bool randomImages, b
     }
 
     if (NoValidImages) {
-        if (DebugLogOn)
-            BugLog(QStringLiteral("There are no valid images - and we are not looking anymore. "
-                                  "Loading the internal logo image "));
+        BugLog(QStringLiteral("There are no valid images - and we are not looking anymore. "
+                              "Loading the internal logo image "));
         ShowList.add(QStringLiteral("INTERNAL:0"));
         CaptionsList.add(QStringLiteral(" | "));
         return;
     }
 
-    if (DebugLogOn) {
-        BugLog(QStringLiteral("Choose Next Image(s) ...."));
-        BugLog(QStringLiteral("   NumberOfImagesToAdd = ") + QString::number(numberOfImagesToAdd));
-        BugLog(QStringLiteral("         Random Images = ") + TrueFalse(randomImages));
-        BugLog(QStringLiteral("        Random Folders = ") + TrueFalse(randomFolders));
-        BugLog(QStringLiteral("         NewFolderOnly = ") + TrueFalse(newFolderOnly));
-        BugLog(QStringLiteral("   Images in Imagelist = ") + QString::number(ImageList.count()));
-    }
+    BugLog(QStringLiteral("Choose Next Image(s) ...."));
+    BugLog(QStringLiteral("   NumberOfImagesToAdd = ") + QString::number(numberOfImagesToAdd));
+    BugLog(QStringLiteral("         Random Images = ") + TrueFalse(randomImages));
+    BugLog(QStringLiteral("        Random Folders = ") + TrueFalse(randomFolders));
+    BugLog(QStringLiteral("         NewFolderOnly = ") + TrueFalse(newFolderOnly));
+    BugLog(QStringLiteral("   Images in Imagelist = ") + QString::number(ImageList.count()));
 
     for (int n = 0; n < numberOfImagesToAdd; ++n) {
         bool reloaded = false;
@@ -124,7 +121,7 @@ void frmSlideShow::ChooseNextImage(int numberOfImagesToAdd, bool randomImages, b
                     ChosenLink = entry;
                     ChosenTitle = common::FileNameOf(entry);
                 }
-            } else if (DebugLogOn) {
+            } else {
                 BugLog(QStringLiteral("(doesn't exist)"));
             }
 
@@ -142,9 +139,8 @@ void frmSlideShow::ChooseNextImage(int numberOfImagesToAdd, bool randomImages, b
         }
 
         if (candidate == kNoImages) {
-            if (DebugLogOn)
-                BugLog(QStringLiteral(" AH !  There are no valid images at all !!! Loading the "
-                                      "internal logo image "));
+            BugLog(QStringLiteral(" AH !  There are no valid images at all !!! Loading the "
+                                  "internal logo image "));
             ShowList.add(QStringLiteral("INTERNAL:0"));
             CaptionsList.add(QStringLiteral(" | "));
             NoValidImages = true;
@@ -182,26 +178,22 @@ void frmSlideShow::WebImageExists(const QString& entry, QString& cachedPath, boo
 
 void frmSlideShow::NextSequentialImage(QString& entry, std::int32_t& tag) {
     TakeItem(ImageList, 0, entry, tag);
-    if (DebugLogOn) {
-        BugLog(QStringLiteral("NextSeq: remove 0 from imlist"));
-        BugLog(QStringLiteral("NextSequentialImage > ") + entry);
-    }
+    BugLog(QStringLiteral("NextSeq: remove 0 from imlist"));
+    BugLog(QStringLiteral("NextSequentialImage > ") + entry);
 }
 
 void frmSlideShow::NextRandomImage(QString& entry, std::int32_t& tag) {
     const int index = RandomIndex(ImageList.count());
     TakeItem(ImageList, index, entry, tag);
-    if (DebugLogOn) {
-        BugLog(QStringLiteral("NextRandom: remove ") + QString::number(index) +
-               QStringLiteral(" from imlist"));
-        BugLog(QStringLiteral("NextRandomImage > ") + entry);
-    }
+    BugLog(QStringLiteral("NextRandom: remove ") + QString::number(index) +
+           QStringLiteral(" from imlist"));
+    BugLog(QStringLiteral("NextRandomImage > ") + entry);
 }
 
 void frmSlideShow::CheckThereIsARandomFolderSet() {
     // "xxx", written after a reload, counts as set: it is a folder that does not exist.
     if (CurrentRandomFolder == QLatin1String("xx") || CurrentRandomFolder.isEmpty()) {
-        if (DebugLogOn) BugLog(QStringLiteral("CurrentRandomfolder is not specified"));
+        BugLog(QStringLiteral("CurrentRandomfolder is not specified"));
         NewRandomFolder(CurrentRandomFolder);
     }
 }
@@ -215,9 +207,8 @@ void frmSlideShow::NewRandomFolder(QString& result) {
         if (key != CurrentRandomFolder) break;
     }
     if (tries > 30) tries = 30;
-    if (DebugLogOn)
-        BugLog(QStringLiteral("Chose new random folder after ") + QString::number(tries) +
-               QStringLiteral(" tries > ") + key);
+    BugLog(QStringLiteral("Chose new random folder after ") + QString::number(tries) +
+           QStringLiteral(" tries > ") + key);
     result = key;
 }
 
@@ -243,13 +234,10 @@ void frmSlideShow::NextRandomFolderImage(QString& entry, std::int32_t& tag) {
     if (found) {
         TakeItem(ImageList, index, entry, tag);
     } else {
-        if (DebugLogOn)
-            BugLog(QStringLiteral(" There are no more images to show in ") + CurrentRandomFolder);
+        BugLog(QStringLiteral(" There are no more images to show in ") + CurrentRandomFolder);
         NewRandomFolder(CurrentRandomFolder);
-        if (DebugLogOn) {
-            BugLog(QStringLiteral("New folder is \r\n") + CurrentRandomFolder);
-            BugLog(QStringLiteral("  and get first matching iamge ... "));
-        }
+        BugLog(QStringLiteral("New folder is \r\n") + CurrentRandomFolder);
+        BugLog(QStringLiteral("  and get first matching iamge ... "));
         // Any entry that holds the key will do here, one in a sub-folder too.
         for (int i = 0; i < ImageList.count(); ++i) {
             if (ImageList.text(i).contains(CurrentRandomFolder, Qt::CaseInsensitive)) {
@@ -258,46 +246,43 @@ void frmSlideShow::NextRandomFolderImage(QString& entry, std::int32_t& tag) {
             }
         }
     }
-    if (DebugLogOn) BugLog(QStringLiteral("NextRandomFolderImage > ") + entry);
+    BugLog(QStringLiteral("NextRandomFolderImage > ") + entry);
 }
 
 void frmSlideShow::NextRandomFolderRandomImage(QString& entry, std::int32_t& tag) {
-    if (DebugLogOn) BugLog(QStringLiteral("Current Random Folder is ") + CurrentRandomFolder);
+    BugLog(QStringLiteral("Current Random Folder is ") + CurrentRandomFolder);
     if (RandomFolderFileList.isEmpty()) {
-        if (DebugLogOn) BugLog(QStringLiteral("RandomFolderFileList is empty"));
+        BugLog(QStringLiteral("RandomFolderFileList is empty"));
         NewRandomFolder(CurrentRandomFolder);
         CollectImagesInARandomFolder(ImageList, CurrentRandomFolder, RandomFolderFileList);
-        if (DebugLogOn)
-            BugLog(QStringLiteral("Found ") + QString::number(RandomFolderFileList.count()) +
-                   QStringLiteral(" images in that folder"));
+        BugLog(QStringLiteral("Found ") + QString::number(RandomFolderFileList.count()) +
+               QStringLiteral(" images in that folder"));
     }
     TakeItem(RandomFolderFileList, RandomIndex(RandomFolderFileList.count()), entry, tag);
-    if (DebugLogOn) BugLog(QStringLiteral("NextRandomFolderRandomImage is > ") + entry);
+    BugLog(QStringLiteral("NextRandomFolderRandomImage is > ") + entry);
 }
 
 void frmSlideShow::NextImageFromSameRandomFolder(QString& entry, std::int32_t& tag) {
     if (!ShowList.isEmpty()) {
         // The later pictures of a Four Up frame follow its first.
         CurrentRandomFolder = FolderKeyOf(ShowList.text(0));
-        if (DebugLogOn) BugLog(QStringLiteral("Current Random Folder is ") + CurrentRandomFolder);
+        BugLog(QStringLiteral("Current Random Folder is ") + CurrentRandomFolder);
     } else {
         NewRandomFolder(CurrentRandomFolder);
-        if (DebugLogOn) BugLog(QStringLiteral("New Random Folder is ") + CurrentRandomFolder);
+        BugLog(QStringLiteral("New Random Folder is ") + CurrentRandomFolder);
         RandomFolderFileList.clear();
         CollectImagesInARandomFolder(ImageList, CurrentRandomFolder, RandomFolderFileList);
-        if (DebugLogOn)
-            BugLog(QStringLiteral("Found ") + QString::number(RandomFolderFileList.count()) +
-                   QStringLiteral(" images in that folder"));
+        BugLog(QStringLiteral("Found ") + QString::number(RandomFolderFileList.count()) +
+               QStringLiteral(" images in that folder"));
     }
     if (RandomFolderFileList.isEmpty()) {
-        if (DebugLogOn)
-            BugLog(QStringLiteral(
-                "RandomFolderFileList is empty - not adding any more images to ShowList"));
+        BugLog(QStringLiteral(
+            "RandomFolderFileList is empty - not adding any more images to ShowList"));
         entry = kExit;
         return;
     }
     TakeItem(RandomFolderFileList, RandomIndex(RandomFolderFileList.count()), entry, tag);
-    if (DebugLogOn) BugLog(QStringLiteral("NextImageFromSameRandomFolder is > ") + entry);
+    BugLog(QStringLiteral("NextImageFromSameRandomFolder is > ") + entry);
 }
 
 void frmSlideShow::CollectImagesInARandomFolder(TaggedStringList& source, const QString& folder,
@@ -327,14 +312,12 @@ void frmSlideShow::CollectFolderNamesFromImageList() {
         if (folder != previous) ImageFolderList.add(folder);
         previous = folder;
     }
-    if (DebugLogOn) {
-        BugLog(QString::number(ImageList.count()) + QStringLiteral(" lines to scan"));
-        BugLog(QString::number(ImageFolderList.count()) + QStringLiteral(" folders"));
-    }
+    BugLog(QString::number(ImageList.count()) + QStringLiteral(" lines to scan"));
+    BugLog(QString::number(ImageFolderList.count()) + QStringLiteral(" folders"));
 }
 
 void frmSlideShow::ShowImageLists() {
-    if (!DebugLogOn) return;
+    if (!DebugLogOn()) return;
     BugLog(QStringLiteral(" ---- image lists --- "));
     BugLog(QStringLiteral("(current) ") + CurrentImage);
     for (const TaggedStringList::Item& item : ShowList.items())

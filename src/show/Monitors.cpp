@@ -26,23 +26,21 @@ void frmSlideShow::GetScreenSize() {
     CaptionTop = primaryRect.top() - FormTop;
     CaptionWidth = primaryRect.width();
     CaptionHeight = primaryRect.height();
-    if (DebugLogOn)
-        BugLog(QStringLiteral("Form is %1 x %2 at %3,%4")
-                   .arg(FormWidth)
-                   .arg(FormHeight)
-                   .arg(FormLeft)
-                   .arg(FormTop));
+    BugLog(QStringLiteral("Form is %1 x %2 at %3,%4")
+               .arg(FormWidth)
+               .arg(FormHeight)
+               .arg(FormLeft)
+               .arg(FormTop));
 }
 
 void frmSlideShow::PrepScreen() {
-    if (DebugLogOn) BugLog(QStringLiteral("Preparing Screens ... "));
+    BugLog(QStringLiteral("Preparing Screens ... "));
     setGeometry(FormLeft, FormTop, FormWidth, FormHeight);
-    if (DebugLogOn)
-        BugLog(QStringLiteral("Form now at %1,%2  %3 x %4")
-                   .arg(FormLeft)
-                   .arg(FormTop)
-                   .arg(FormWidth)
-                   .arg(FormHeight));
+    BugLog(QStringLiteral("Form now at %1,%2  %3 x %4")
+               .arg(FormLeft)
+               .arg(FormTop)
+               .arg(FormWidth)
+               .arg(FormHeight));
     Backdrop->setGeometry(0, 0, FormWidth, FormHeight);
     thePhoto->setGeometry(0, 0, FormWidth, FormHeight);
 

@@ -45,7 +45,7 @@ bool frmSlideShow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmSlideShow::Form_KeyDown(int keyCode) {
-    if (DebugLogOn) BugLog(QStringLiteral(" FORM KEYDOWN "));
+    BugLog(QStringLiteral(" FORM KEYDOWN "));
     KeyTrap(keyCode);
 }
 
@@ -59,24 +59,22 @@ void frmSlideShow::ExitRequested(bool setLoadingText) {
 }
 
 void frmSlideShow::KeyTrap(int keyCode) {
-    if (DebugLogOn)
-        BugLog(QStringLiteral(
-            "************************** USER KEYBOARD INPUT ************************"));
+    BugLog(
+        QStringLiteral("************************** USER KEYBOARD INPUT ************************"));
     if (keyCode == 255) {
         if (platform::GetKeyState(39) & 0x8000) keyCode = 39;
         if (platform::GetKeyState(37) & 0x8000) keyCode = 37;
-        if (DebugLogOn)
-            BugLog(QStringLiteral(" Keycode 255 - converting using GetKeyState to keycode ") +
-                   QString::number(keyCode));
+        BugLog(QStringLiteral(" Keycode 255 - converting using GetKeyState to keycode ") +
+               QString::number(keyCode));
     }
-    if (DebugLogOn) BugLog(QStringLiteral(" Key Trap: code is ") + QString::number(keyCode));
+    BugLog(QStringLiteral(" Key Trap: code is ") + QString::number(keyCode));
 
     switch (keyCode) {
     case 67: // C
         // STAND-IN: captions arrive with the caption routines; the key is taken, not an exit.
         return;
     case 68: // D
-        if (DebugLogOn) {
+        if (DebugLogOn()) {
             picDeBug->setVisible(!picDeBug->isVisible());
             picDeBug->raise();
             return;
@@ -124,24 +122,22 @@ void frmSlideShow::thePhoto_Click() {
     picBootStatus->raise();
     picBootStatus->repaint();
     if (!Crossfading) {
-        if (DebugLogOn) {
-            BugLog(QString());
-            BugLog(QStringLiteral("EXIT via PHOTO CLICK - leaving immediately"));
-        }
+        BugLog(QString());
+        BugLog(QStringLiteral("EXIT via PHOTO CLICK - leaving immediately"));
         StoptheShow();
-    } else if (DebugLogOn) {
+    } else {
         BugLog(QStringLiteral("EXIT via PHOTO CLICK - wait for crossfade to finish"));
     }
 }
 
 void frmSlideShow::Form_Click() {
-    if (DebugLogOn) BugLog(QStringLiteral("Form_Click - uh, how did this happen ? Unloading "));
+    BugLog(QStringLiteral("Form_Click - uh, how did this happen ? Unloading "));
     ExitShow = true;
     if (!Crossfading) StoptheShow();
 }
 
 void frmSlideShow::JumpToNextPhoto() {
-    if (DebugLogOn) BugLog(QStringLiteral(" - JumpToNextPhoto"));
+    BugLog(QStringLiteral(" - JumpToNextPhoto"));
     MainTimer->setEnabled(false);
     ScrollTimer->setEnabled(false);
     JumpRequested = true;
@@ -162,10 +158,10 @@ void frmSlideShow::FinishJump() {
 // says so until the show's overlay pictures exist.
 void frmSlideShow::HoldPhoto() {
     if (Paused) {
-        if (DebugLogOn) BugLog(QStringLiteral(" - UnPausing"));
+        BugLog(QStringLiteral(" - UnPausing"));
         Paused = false;
     } else {
-        if (DebugLogOn) BugLog(QStringLiteral(" - Pausing"));
+        BugLog(QStringLiteral(" - Pausing"));
         Paused = true;
     }
     // A pause cannot be held over a night.

@@ -69,7 +69,7 @@ void frmSlideShow::beforeUnload() {
     ScrollTimer->setEnabled(false);
     VolDownTimer->setEnabled(false);
     // The debug log lives as long as the form.
-    CloseDebugLog();
+    DebugLog::instance().SetOff();
     CloseMemLog();
 }
 
@@ -123,6 +123,7 @@ void frmSlideShow::BuildControls() {
     lstDebug = new QListWidget(picDeBug);
     lstDebug->setObjectName(QStringLiteral("lstDebug"));
     lstDebug->setFocusPolicy(Qt::NoFocus);
+    DebugLog::instance().Attach(lstDebug);
     lblCloseDebugWindow = new QLabel(QStringLiteral("X"), picDeBug);
     lblCloseDebugWindow->setObjectName(QStringLiteral("lblCloseDebugWindow"));
     lblCloseDebugWindow->setCursor(Qt::PointingHandCursor);
@@ -181,13 +182,13 @@ void frmSlideShow::StartShow() {
     }
 
     StartingUp = false;
-    if (DebugLogOn) BugLog(QStringLiteral("Starting MainTimer (screensaver) timer ... "));
+    BugLog(QStringLiteral("Starting MainTimer (screensaver) timer ... "));
     MainTimer->setEnabled(true);
     if (!ShowStatus) picBootStatus->setVisible(false);
 }
 
 void frmSlideShow::Initialize() {
-    DebugLogOn = false;
+    DebugLog::instance().SetOff();
     if (InstallDir.isEmpty())
         InstallDir = GetSetting(QStringLiteral("installDir"), ProgramFolder());
     if (!common::FileExists(InstallDir))
@@ -219,7 +220,7 @@ void frmSlideShow::Initialize() {
     RemainingListPath[1] = InstallDir + QStringLiteral("/remain-t.lst");
     RemainingListPath[2] = InstallDir + QStringLiteral("/remain-d.lst");
 
-    if (DebugLogOn) BugLog(QStringLiteral("Initialization ... "));
+    BugLog(QStringLiteral("Initialization ... "));
     GetScreenSize();
 
     NextImageReady = true;
@@ -235,7 +236,7 @@ void frmSlideShow::Initialize() {
     MouseStartX = pointer.x();
     MouseStartY = pointer.y();
 
-    if (DebugLogOn) OpenMemlog();
+    if (DebugLogOn()) OpenMemlog();
 }
 
 // --- The cycle ------------------------------------------------------------------------------
@@ -251,9 +252,8 @@ void frmSlideShow::MainTimer_Timer() {
         return;
     }
     const bool nightWanted = NightModeShouldBeOn();
-    if (DebugLogOn)
-        BugLog(QStringLiteral("Night Mode Override = ") +
-               (NightOverride ? QStringLiteral("True") : QStringLiteral("False")));
+    BugLog(QStringLiteral("Night Mode Override = ") +
+           (NightOverride ? QStringLiteral("True") : QStringLiteral("False")));
     if (nightWanted && !NightOn && !NightOverride) {
         MainTimer->setEnabled(false);
         FadeToNight();
@@ -271,11 +271,9 @@ void frmSlideShow::MainTimer_Timer() {
 }
 
 void frmSlideShow::ChangePhotos() {
-    if (DebugLogOn) {
-        BugLog(QStringLiteral(" "));
-        BugLog(QStringLiteral("CHANGE PHOTOS /\\/\\/\\/\\/\\/\\/\\ "));
-        BugLog(QStringLiteral(" "));
-    }
+    BugLog(QStringLiteral(" "));
+    BugLog(QStringLiteral("CHANGE PHOTOS /\\/\\/\\/\\/\\/\\/\\ "));
+    BugLog(QStringLiteral(" "));
     QRect area;
     QPoint place;
     NewCheckAndSetupPanoScrolling(NextFrameSlot, NextMonitorSet, area, place);
@@ -303,12 +301,11 @@ void frmSlideShow::ChangePhotos() {
 
     if (!ExitShow) {
         ScrollPano();
-        if (DebugLogOn) BugLog(QStringLiteral("ChangePhoto Complete ... "));
+        BugLog(QStringLiteral("ChangePhoto Complete ... "));
         SetStatus2(QString());
         const std::int64_t pageSize = MemoryPageSize();
-        if (DebugLogOn)
-            BugLog(QStringLiteral("Memory Page Size before PrepNextFrame : ") +
-                   vb::FormatThousands(pageSize));
+        BugLog(QStringLiteral("Memory Page Size before PrepNextFrame : ") +
+               vb::FormatThousands(pageSize));
         if (MemLogOpen) MemLog(QString::number(pageSize));
         PrepNextFrame();
         MainTimer->setEnabled(true);
@@ -317,10 +314,9 @@ void frmSlideShow::ChangePhotos() {
 
 void frmSlideShow::PrepNextFrame() {
     LongProcessTimer->setEnabled(true);
-    if (DebugLogOn)
-        BugLog(QStringLiteral("Preparing next frame "
-                              "====================================================="
-                              "================"));
+    BugLog(QStringLiteral("Preparing next frame "
+                          "====================================================="
+                          "================"));
     NextImageReady = false;
     FrameNote[static_cast<std::size_t>(CurrentFrameSlot)].clear();
     FrameCounter = NextFrameCounter(FrameCounter);
@@ -333,7 +329,7 @@ void frmSlideShow::PrepNextFrame() {
         AssembleCanvas(2);
     } else {
         const int r = static_cast<int>(vb::Int(platform::Rnd() * 100));
-        if (DebugLogOn) BugLog(QStringLiteral("Choosing Layout ... ") + QString::number(r));
+        BugLog(QStringLiteral("Choosing Layout ... ") + QString::number(r));
         if (r <= LayoutRange[0])
             AssembleCanvas(0);
         else if (r <= LayoutRange[1])
@@ -347,10 +343,8 @@ void frmSlideShow::PrepNextFrame() {
     if (ExitShow) return;
 
     if (NextImageReady) {
-        if (DebugLogOn) {
-            BugLog(QStringLiteral(" Next Image is ready."));
-            BugLog(QStringLiteral(" "));
-        }
+        BugLog(QStringLiteral(" Next Image is ready."));
+        BugLog(QStringLiteral(" "));
         SetStatus(NightOn ? QString() : QStringLiteral("Next image ready"));
         LongProcessTimer->setEnabled(false);
         if (!ShowStatus) picBootStatus->setVisible(false);
@@ -358,7 +352,7 @@ void frmSlideShow::PrepNextFrame() {
         return;
     }
 
-    if (DebugLogOn) BugLog(QStringLiteral("STARTING PREPNEXTFRAME OVER AGAIN ... :-( "));
+    BugLog(QStringLiteral("STARTING PREPNEXTFRAME OVER AGAIN ... :-( "));
     ShowList.remove(0);
     CaptionsList.remove(0);
     PrepNextFrame();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/DebugLog.h"
 #include "app/Forms.h"
 #include "app/TaggedStringList.h"
 #include "platform/FileListing.h"
@@ -52,7 +53,6 @@ public:
     // --- Logs and status ---------------------------------------------------------------
     void OpenDebugLog();
     void CloseDebugLog();
-    void BugLog(const QString& text);
     void OpenMemlog();
     void CloseMemLog();
     void MemLog(const QString& text);
@@ -132,7 +132,6 @@ public:
     static inline std::function<void(const QString&)> StopStepObserver;
 
     // --- Settings, in the order the show reads them ----------------------------------------
-    bool DebugLogOn = false;
     std::int16_t ImageInterval = 10;
     float CrossfadeTime = 3.0f;
     float PrefCrossfadeTime = 3.0f;
@@ -229,7 +228,6 @@ public:
     platform::FileListBox SoundsFileBox;
 
     // --- State of the show -------------------------------------------------------------
-    bool DebugLogOpen = false;
     bool MemLogOpen = false;
     bool StartingUp = false;
     bool NextImageReady = true;
@@ -324,7 +322,6 @@ private:
     void ExitRequested(bool setLoadingText);
     void LoadShowSettings();
 
-    QFile debugLog_;
     QFile memLog_;
     bool filtering_ = false;
 };

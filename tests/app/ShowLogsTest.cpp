@@ -1,6 +1,8 @@
 #include "TestSupport.h"
 
 #include <QFile>
+#include <QListWidget>
+#include <memory>
 
 namespace {
 
@@ -11,36 +13,45 @@ QByteArray ReadAll(const QString& path) {
 
 using ShowLogs = FormsFixture;
 
-TEST_F(ShowLogs, DebugLogStartsWithItsPathAndWritesEachLineWithCrLf) {
-    frmSlideShow* show = frmSlideShow::instance();
-    show->OpenDebugLog();
-    EXPECT_TRUE(show->DebugLogOn);
-    EXPECT_TRUE(show->DebugLogOpen);
-    show->BugLog(QStringLiteral("Initialization ... "));
-    show->BugLog(QString());
-    show->BugLog(QStringLiteral(" "));
-    show->CloseDebugLog();
-
+TEST_F(ShowLogs, OneSinkWritesTheFileAndTheScreenListOnlyWhileOn) {
     const QString path = install.filePath(QStringLiteral("Tessaview_debug_log.txt"));
+    auto list = std::make_unique<QListWidget>();
+    DebugLog& log = DebugLog::instance();
+    log.Attach(list.get());
+    BugLog(QStringLiteral("before the log is on"));
+    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_EQ(list->count(), 0);
+
+    log.Open(path);
+    EXPECT_TRUE(DebugLogOn());
+    BugLog(QStringLiteral("Initialization ... "));
+    BugLog(QString());
+    BugLog(QStringLiteral(" "));
+    // The screen's list may go first; the file goes on.
+    list.reset();
+    BugLog(QStringLiteral("after the list"));
+    log.SetOff();
+    BugLog(QStringLiteral("after the end"));
     EXPECT_EQ(ReadAll(path), (path + QStringLiteral("Logfile opening .... \r\n"
                                                     "Initialization ... \r\n"
                                                     "\r\n"
-                                                    " \r\n"))
+                                                    " \r\n"
+                                                    "after the list\r\n"))
                                  .toUtf8());
-    // The window shows the same lines, the newest selected so that it scrolls along.
-    ASSERT_EQ(show->lstDebug->count(), 3);
-    EXPECT_EQ(show->lstDebug->item(0)->text(), QStringLiteral("Initialization ... "));
-    EXPECT_EQ(show->lstDebug->currentRow(), 2);
 }
 
-TEST_F(ShowLogs, LinesStillReachTheWindowWhenTheFileCannotBeOpened) {
+TEST_F(ShowLogs, TheShowsListFollowsTheLogEvenWithoutAFile) {
     InstallDir = install.filePath(QStringLiteral("no/such/folder"));
     frmSlideShow* show = frmSlideShow::instance();
     show->OpenDebugLog();
-    EXPECT_TRUE(show->DebugLogOn);
-    EXPECT_FALSE(show->DebugLogOpen);
-    show->BugLog(QStringLiteral("still shown"));
-    EXPECT_EQ(show->lstDebug->count(), 1);
+    EXPECT_TRUE(DebugLogOn());
+    EXPECT_FALSE(DebugLog::instance().FileOpen());
+    BugLog(QStringLiteral("first"));
+    BugLog(QStringLiteral("still shown"));
+    ASSERT_EQ(show->lstDebug->count(), 2);
+    EXPECT_EQ(show->lstDebug->item(1)->text(), QStringLiteral("still shown"));
+    // The newest line is selected so that the list scrolls along.
+    EXPECT_EQ(show->lstDebug->currentRow(), 1);
 }
 
 TEST_F(ShowLogs, AShowWithTheLogOffTouchesNeitherFile) {
@@ -69,22 +80,23 @@ TEST_F(ShowLogs, MemoryLogEndsWithTheShowAndTheDebugLogWithTheForm) {
     show->MemLog(QStringLiteral("123456"));
     show->StoptheShow();
     EXPECT_FALSE(show->MemLogOpen);
-    EXPECT_TRUE(show->DebugLogOpen);
+    EXPECT_TRUE(DebugLog::instance().FileOpen());
     show->MemLog(QStringLiteral("after the stop"));
-    show->BugLog(QStringLiteral("after the stop"));
+    BugLog(QStringLiteral("after the stop"));
     EXPECT_EQ(ReadAll(install.filePath(QStringLiteral("MemLog.csv"))), QByteArray("123456\r\n"));
 
     frmSlideShow::unload();
+    EXPECT_FALSE(DebugLogOn());
     EXPECT_TRUE(ReadAll(install.filePath(QStringLiteral("Tessaview_debug_log.txt")))
                     .endsWith("after the stop\r\n"));
 }
 
 TEST_F(ShowLogs, EachShowReplacesTheLogOfTheOneBefore) {
     frmSlideShow::instance()->OpenDebugLog();
-    frmSlideShow::instance()->BugLog(QStringLiteral("first show"));
+    BugLog(QStringLiteral("first show"));
     frmSlideShow::unload();
     frmSlideShow::instance()->OpenDebugLog();
-    frmSlideShow::instance()->BugLog(QStringLiteral("second show"));
+    BugLog(QStringLiteral("second show"));
     frmSlideShow::instance()->CloseDebugLog();
     const QByteArray text = ReadAll(install.filePath(QStringLiteral("Tessaview_debug_log.txt")));
     EXPECT_FALSE(text.contains("first show"));
@@ -117,7 +129,7 @@ TEST_F(ShowLogs, FrameChangeLogsMemoryInUse) {
 TEST_F(ShowLogs, CloseLabelHidesTheDebugWindow) {
     frmSlideShow* show = frmSlideShow::instance();
     show->StartShow();
-    show->DebugLogOn = true;
+    show->OpenDebugLog();
     show->KeyTrap(68);
     EXPECT_TRUE(show->picDeBug->isVisibleTo(show));
     show->lblCloseDebugWindow_Click();

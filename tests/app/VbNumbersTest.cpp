@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
+#include <optional>
 #include <string>
 
 namespace {
@@ -197,30 +198,40 @@ TEST(WholeNumbers, SixteenBitValuesWrapAroundBothEnds) {
     EXPECT_EQ(vb::Wrap16(3LL * 65536 + 5), 5);
 }
 
-TEST(WholeNumbers, CIntRoundsHalfEvenThenWraps) {
-    EXPECT_EQ(vb::CInt(4.5), 4);
-    EXPECT_EQ(vb::CInt(5.5), 6);
-    EXPECT_EQ(vb::CInt(-4.5), -4);
-    EXPECT_EQ(vb::CInt(32766.5), 32766);
-    EXPECT_EQ(vb::CInt(32767.4), 32767);
-    EXPECT_EQ(vb::CInt(32767.5), -32768);
-    EXPECT_EQ(vb::CInt(-32768.5), -32768);
-    EXPECT_EQ(vb::CInt(-32769), 32767);
-    EXPECT_EQ(vb::CInt(65536.4), 0);
-}
-
-TEST(WholeNumbers, CLngRoundsHalfEvenAndClampsToThirtyTwoBits) {
-    constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
-    constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
-    EXPECT_EQ(vb::CLng(2.5), 2);
-    EXPECT_EQ(vb::CLng(3.5), 4);
-    EXPECT_EQ(vb::CLng(-2.5), -2);
-    EXPECT_EQ(vb::CLng(70000.0), 70000);
-    EXPECT_EQ(vb::CLng(2147483646.5), 2147483646);
-    EXPECT_EQ(vb::CLng(2147483647.0), kMax);
-    EXPECT_EQ(vb::CLng(1e12), kMax);
-    EXPECT_EQ(vb::CLng(-2147483648.0), kMin);
-    EXPECT_EQ(vb::CLng(-1e12), kMin);
+// A conversion gives nothing when the value does not fit, so that the caller keeps what it
+// had; only the watchdog's arithmetic wraps, and it says so with Wrap16.
+TEST(Conversions, RoundHalfEvenAndRefuseWhatDoesNotFit) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    struct Row {
+        double value;
+        std::optional<std::int16_t> integer;
+        std::optional<std::int32_t> whole;
+        std::optional<float> single;
+    };
+    const Row rows[] = {
+        {4.5, 4, 4, 4.5f},
+        {5.5, 6, 6, 5.5f},
+        {-4.5, -4, -4, -4.5f},
+        {32767.0, 32767, 32767, 32767.0f},
+        {32767.5, std::nullopt, 32768, 32767.5f},
+        {32768.0, std::nullopt, 32768, 32768.0f},
+        {-32768.5, -32768, -32768, -32768.5f},
+        {-32769.0, std::nullopt, -32769, -32769.0f},
+        {70000.0, std::nullopt, 70000, 70000.0f},
+        {2147483647.0, std::nullopt, 2147483647, 2147483647.0f},
+        {2147483647.5, std::nullopt, std::nullopt, 2147483647.5f},
+        {-2147483648.0, std::nullopt, std::numeric_limits<std::int32_t>::min(), -2147483648.0f},
+        {1e10, std::nullopt, std::nullopt, 1e10f},
+        {1e39, std::nullopt, std::nullopt, std::nullopt},
+        {vb::Val(QStringLiteral("junk")), 0, 0, 0.0f},
+        {kNaN, std::nullopt, std::nullopt, std::nullopt},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.value);
+        EXPECT_EQ(vb::CInt(r.value), r.integer);
+        EXPECT_EQ(vb::CLng(r.value), r.whole);
+        EXPECT_EQ(vb::CSng(r.value), r.single);
+    }
 }
 
 TEST(ThousandsFormat, GroupsOfThreeAndNothingForZero) {

@@ -52,7 +52,7 @@ protected:
     void SetUp() override {
         FormsFixture::SetUp();
         show = frmSlideShow::instance();
-        show->DebugLogOn = true;
+        show->OpenDebugLog();
         lists = install.path() + QStringLiteral("/Imagelists");
         QDir().mkpath(lists);
         pics = install.path() + QStringLiteral("/pics");

@@ -6,6 +6,8 @@
 #include "prefs/PrefsFile.h"
 
 #include <QFile>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -128,44 +130,90 @@ TEST_F(PrefsFile, DefaultsAreWrittenExactlyAsTheFileIsLaidOut) {
     EXPECT_FALSE(config->cmdApply->isEnabled());
 }
 
-TEST_F(PrefsFile, WhatWasSavedReadsBackAndSavesTheSame) {
-    // Move every kind of field away from its default.
-    config->txtImageInterval->setText(QStringLiteral("12x"));
-    config->txtKeyword->setText(QStringLiteral("snow"));
-    config->cmbImageOrder->setCurrentIndex(3);
-    config->cmdChangeBackgroundColour->setBackColor(0x123456);
-    config->chkUseBackgroundImages->setChecked(true);
-    config->txtBackgroundImage->setText(QStringLiteral("/photos/a, b/bg.jpg"));
-    config->optSpecificbackgroundImage->setChecked(true);
-    config->SliderPercent[11] = 37.5f;
-    config->Position1[2]->setChecked(true);
-    config->chkCapDimensions[0]->setChecked(true);
+// A value of the field's own kind that differs from the one it holds.
+QString OtherValue(const prefs::Field& field, const frmConfig* config) {
+    const QString now = field.get();
+    auto otherItem = [&now](const QComboBox* combo) {
+        for (int i = 0; i < combo->count(); ++i)
+            if (combo->itemText(i) != now) return combo->itemText(i);
+        return now;
+    };
+    switch (field.kind) {
+    case prefs::Kind::Chk:
+    case prefs::Kind::Idx:
+        return now == QLatin1String("1") ? QStringLiteral("0") : QStringLiteral("1");
+    case prefs::Kind::Text:
+        return now + QStringLiteral("7");
+    case prefs::Kind::Number:
+        return QString::number(now.toInt() + 3);
+    case prefs::Kind::Bool:
+        return prefs::BoolText(now != QLatin1String("True"));
+    case prefs::Kind::Colour:
+        return QString::number(now.toInt() + 0x123456);
+    case prefs::Kind::Pct:
+        return QString::number(now.toFloat() / 2 + 12.25);
+    case prefs::Kind::Zone:
+        return QString::number(now.toInt() / 2 + 1);
+    case prefs::Kind::Line:
+        // Paths stand on lines of their own so that commas survive.
+        return now + QStringLiteral("/photos/a, b/x.jpg");
+    case prefs::Kind::Position:
+        return QString::number(now.toInt() % 6 + 1);
+    case prefs::Kind::FontSize:
+        return otherItem(config->cmbFontSize);
+    case prefs::Kind::FontName:
+        return otherItem(config->cmbFontList);
+    }
+    return now;
+}
+
+// Every field of the table in order, with the key it belongs to.
+std::vector<std::pair<QString, const prefs::Field*>> Fields(const frmConfig* config) {
+    std::vector<std::pair<QString, const prefs::Field*>> fields;
+    for (const prefs::Entry& entry : config->PrefsTable())
+        if (entry.row)
+            for (const prefs::Field& field : entry.row->fields)
+                fields.emplace_back(entry.row->key, &field);
+    return fields;
+}
+
+// Every field moved off its first value, saved, and read into a fresh window: a row that is not
+// written or not read, or a field that lands in the wrong control, fails here.
+TEST_F(PrefsFile, EveryFieldOfTheTableSurvivesASaveAndARead) {
+    std::vector<QString> initial;
+    for (auto [key, field] : Fields(config)) {
+        initial.push_back(field->get());
+        field->set(OtherValue(*field, config));
+    }
     config->lstDSCFilter->addItem(QStringLiteral("PICT"));
-    config->chkNightMode->setChecked(true);
-    config->SetNightModeSkyBar(10, 20);
-    config->optNightModeBlankScreen->setChecked(true);
-    config->chkLayout[1]->setChecked(true);
-    config->SliderPercent[0] = 66.66667f;
-    config->SliderPercent[1] = 33.33333f;
-    config->cmbBorderPercent->setCurrentIndex(20);
-    config->optUseSpecificMask->setChecked(true);
-    config->txtImageMask->setText(QStringLiteral("/masks/oval.png"));
-    config->chkPlayMusic->setChecked(true);
-    config->txtMusicPlaylist->setText(QStringLiteral("/music/list.m3u"));
-    config->optSpecificPlayList->setChecked(true);
-    config->chkExitOnMouse->setChecked(false);
+    // Changing one layout's box rebalances the others, so the values are taken once all are set.
+    std::vector<QString> saved;
+    for (auto [key, field] : Fields(config))
+        saved.push_back(field->get());
     const QByteArray first = Saved();
 
     Reload();
-    EXPECT_EQ(config->txtBackgroundImage->text(), QStringLiteral("/photos/a, b/bg.jpg"));
-    EXPECT_EQ(config->GetNightModeSetting(0), 10);
-    EXPECT_FLOAT_EQ(config->GetLayoutSetting(0), 66.66667f);
-    EXPECT_TRUE(config->Position1[2]->isChecked());
-    EXPECT_FALSE(config->chkExitOnMouse->isChecked());
-    EXPECT_EQ(config->lstDSCFilter->count(), 3);
+    const auto fields = Fields(config);
+    ASSERT_EQ(fields.size(), saved.size());
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        SCOPED_TRACE(fields[i].first.toStdString() + " field " + std::to_string(i));
+        EXPECT_NE(saved[i], initial[i]);
+        EXPECT_EQ(fields[i].second->get(), saved[i]);
+    }
+    ASSERT_EQ(config->lstDSCFilter->count(), 3);
+    EXPECT_EQ(config->lstDSCFilter->item(2)->text(), QStringLiteral("PICT"));
     const QByteArray second = Saved();
     // Only the date of the head may differ.
     EXPECT_EQ(first.mid(first.indexOf('\n')), second.mid(second.indexOf('\n')));
+}
+
+TEST_F(PrefsFile, EveryControlOfTheTableMarksAChange) {
+    for (auto [key, field] : Fields(config)) {
+        if (field->controls.empty()) continue;
+        config->cmdApply->setEnabled(false);
+        field->set(OtherValue(*field, config));
+        EXPECT_TRUE(config->cmdApply->isEnabled()) << key.toStdString();
+    }
 }
 
 TEST_F(PrefsFile, AnOlderOrHeadlessFileIsIgnoredWhole) {
@@ -212,6 +260,14 @@ TEST_F(PrefsFile, NightModeWantsANumberInItsFirstField) {
     EXPECT_EQ(config->GetNightModeSetting(0), 88);
     EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
 
+    // Fields are taken in their order: the zones are in before the bad word ends the reading.
+    Write("NIGHT MODE,1,10,20,maybe\r\nINTERVAL,9\r\n");
+    Reload();
+    EXPECT_TRUE(config->chkNightMode->isChecked());
+    EXPECT_EQ(config->GetNightModeSetting(0), 10);
+    EXPECT_EQ(config->GetNightModeSetting(1), 20);
+    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
+
     Write("NIGHT MODE,1,10.9,20.2,False\r\n");
     Reload();
     EXPECT_TRUE(config->chkNightMode->isChecked());
@@ -219,6 +275,29 @@ TEST_F(PrefsFile, NightModeWantsANumberInItsFirstField) {
     EXPECT_EQ(config->GetNightModeSetting(1), 20);
     EXPECT_TRUE(config->optNightModeBlankScreen->isChecked());
     EXPECT_EQ(config->lblTime[0]->text(), QStringLiteral("2:30 am"));
+}
+
+// A value the control cannot hold ends the reading as a bad word does, whatever its size.
+TEST_F(PrefsFile, ValuesOutOfTheirControlsRangeEndTheReading) {
+    struct Row {
+        const char* line;
+        bool readOn;
+    };
+    for (const Row& row :
+         {Row{"IMAGEORDER,4", false}, Row{"IMAGEORDER,1e10", false},
+          Row{"SCROLLPANOS,32768", false}, Row{"SCROLLPANOS,2", true},
+          Row{"BACKGROUNDCOLOUR,1e10", false}, Row{"BACKGROUNDCOLOUR,-1", true},
+          Row{"NIGHT MODE,1,1e10,20,True", false}, Row{"NIGHT MODE,1,-32769,20,True", false},
+          Row{"LAYOUT,3,1,5", false}, Row{"LAYOUT,1e10,1,5", false}, Row{"LAYOUT,0,1,1e39", false},
+          Row{"CAPTIONCONTENT,2,1,1,1,1,1,1,1", false}, Row{"CAPTIONPOSITIONA,7", false},
+          Row{"STACKIMAGES,1e10", true}}) {
+        Write(QByteArray(row.line) + "\r\nINTERVAL,9\r\n");
+        Reload();
+        EXPECT_EQ(config->txtImageInterval->text(),
+                  row.readOn ? QStringLiteral("9") : QStringLiteral("5"))
+            << row.line;
+    }
+    EXPECT_EQ(config->txtMaxStackedImages->text(), QStringLiteral("10000000000"));
 }
 
 TEST_F(PrefsFile, FilterListTakesExactlyItsCount) {
@@ -294,7 +373,7 @@ TEST_F(PrefsFile, TheShowTakesItsSettingsFromTheWindowAndLogsThem) {
     Reload();
     frmSlideShow* show = frmSlideShow::instance();
     show->StartShow();
-    EXPECT_TRUE(show->DebugLogOn);
+    EXPECT_TRUE(DebugLogOn());
     EXPECT_EQ(show->ImageInterval, 7);
     EXPECT_FLOAT_EQ(show->CrossfadeTime, 1.0f);
     EXPECT_EQ(show->LongProcessTimer->Interval(), 17000);

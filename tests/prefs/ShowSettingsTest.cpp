@@ -7,6 +7,9 @@
 #include <QDir>
 #include <QFile>
 #include <QtEndian>
+#include <array>
+#include <functional>
+#include <optional>
 
 namespace {
 
@@ -359,12 +362,65 @@ TEST_F(ShowSettings, WatchdogFollowsTheIntervalOnlyUpTo22Seconds) {
     EXPECT_EQ(watchdogFor("22.5"), 32000);
 }
 
+// A number too large for its variable is not converted: the variable keeps its built-in value
+// rather than wrapping into one nobody typed.
+TEST_F(ShowSettings, NumbersThatDoNotFitKeepTheBuiltInValue) {
+    enum Size { Short, Long, Single };
+    struct Setting {
+        QLineEdit* box;
+        Size size;
+        std::function<double(const frmSlideShow*)> value;
+        double builtIn;
+    };
+    const Setting settings[] = {
+        {config->txtImageInterval, Short, [](auto* s) { return s->ImageInterval; }, 10},
+        {config->txtMaxStackedImages, Short, [](auto* s) { return s->MaxStackedImages; }, 4},
+        {config->txtShadowSize, Short, [](auto* s) { return s->ShadowSize; }, 8},
+        {config->txtShadowDistance, Long, [](auto* s) { return s->ShadowDistance; }, 8},
+        {config->txtRandomBackgroundChangeInterval, Short,
+         [](auto* s) { return s->RandomBGFrames; }, 1},
+        {config->txtRandomMaskChangeInterval, Short, [](auto* s) { return s->RandomMaskFrames; },
+         1},
+        {config->txtCrossfadeTime, Single, [](auto* s) { return s->PrefCrossfadeTime; }, 3},
+    };
+    struct Typed {
+        const char* text;
+        std::array<std::optional<double>, 3> bySize; // none: the built-in value stays
+    };
+    const Typed typed[] = {
+        {"32767", {32767, 32767, 32767}},
+        {"32768", {std::nullopt, 32768, 32768}},
+        {"-32769", {std::nullopt, -32769, 1}}, // the crossfade's floor of one second
+        {"40000", {std::nullopt, 40000, 40000}},
+        {"1e10", {std::nullopt, std::nullopt, 1e10}},
+        {"1e39", {std::nullopt, std::nullopt, std::nullopt}},
+        {"junk", {0, 0, 1}},
+    };
+    for (const Typed& t : typed) {
+        for (const Setting& s : settings)
+            s.box->setText(QString::fromLatin1(t.text));
+        const frmSlideShow* show = Read();
+        for (const Setting& s : settings) {
+            SCOPED_TRACE(s.box->objectName().toStdString() + " = " + t.text);
+            EXPECT_FLOAT_EQ(s.value(show), t.bySize[s.size].value_or(s.builtIn));
+        }
+    }
+    // The slider shares that the show takes as whole numbers.
+    config->SliderPercent[10] = 1e10f;
+    config->SliderPercent[11] = 32768.0f;
+    config->SliderPercent[12] = 32768.0f;
+    const frmSlideShow* show = Read();
+    EXPECT_EQ(show->MaskPercent, 0);
+    EXPECT_EQ(show->BackgroundPercent, 0);
+    EXPECT_EQ(show->BWPercent, 32768);
+}
+
 TEST_F(ShowSettings, NothingIsLoggedWithoutTheDebugBox) {
     config->chkDebug->setChecked(false);
     config->txtCrossfadeTime->setText(QStringLiteral("0.2"));
     UseSpecificSound(Path(QStringLiteral("gone.wav")));
     frmSlideShow* show = Read();
-    EXPECT_FALSE(show->DebugLogOn);
+    EXPECT_FALSE(DebugLogOn());
     EXPECT_FLOAT_EQ(show->CrossfadeTime, 1.0f);
     EXPECT_FALSE(show->PlaySound);
     EXPECT_EQ(show->lstDebug->count(), 0);
@@ -390,7 +446,7 @@ TEST_F(ShowSettings, TheDebugLogHoldsTheValuesReadInOrder) {
     config = ReloadConfig();
 
     frmSlideShow* show = Read();
-    EXPECT_TRUE(show->DebugLogOn);
+    EXPECT_TRUE(DebugLogOn());
     EXPECT_EQ(show->BackgroundPercent, 40);
     EXPECT_FALSE(show->TileBackgroundImage);
     EXPECT_EQ(show->RandomBGFrames, 3);

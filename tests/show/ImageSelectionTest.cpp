@@ -11,7 +11,7 @@ protected:
         FormsFixture::SetUp();
         show = frmSlideShow::instance();
         show->Initialize();
-        show->DebugLogOn = true;
+        show->OpenDebugLog();
         show->CurrentRandomFolder.clear();
         lists = install.path() + QStringLiteral("/Imagelists");
         QDir().mkpath(lists);
