@@ -16,6 +16,9 @@ template <class W> W* Named(W* w, const QString& name) {
     return w;
 }
 
+// Makes a control and names it after the member that holds it, so that the two cannot differ.
+#define TV_NAMED(member, Type, ...) member = Named(new Type(__VA_ARGS__), QStringLiteral(#member))
+
 QString Indexed(const char* name, int i) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i);
 }
@@ -147,47 +150,42 @@ void frmConfig::BuildSettingsPanels() {
     txtCrossfadeTime = NumberBox("txtCrossfadeTime");
     row(g, title(QStringLiteral("Seconds each image is shown")), txtImageInterval);
     row(g, title(QStringLiteral("Crossfade time (seconds)")), txtCrossfadeTime);
-    cmbImageOrder = Named(new QComboBox(), QStringLiteral("cmbImageOrder"));
+    TV_NAMED(cmbImageOrder, QComboBox);
     cmbImageOrder->addItems({QStringLiteral("Sequentially"), QStringLiteral("in Random Order"),
                              QStringLiteral("Sequentially from a Random Folder"),
                              QStringLiteral("Randomly from a Random Folder")});
     row(g, title(QStringLiteral("Show images")), cmbImageOrder);
-    chkUseKeyWord = Named(new QCheckBox(QStringLiteral("Only with the keyword")),
-                          QStringLiteral("chkUseKeyWord"));
-    txtKeyword = Named(new QLineEdit(), QStringLiteral("txtKeyword"));
+    TV_NAMED(chkUseKeyWord, QCheckBox, QStringLiteral("Only with the keyword"));
+    TV_NAMED(txtKeyword, QLineEdit);
     row(g, chkUseKeyWord, txtKeyword);
-    cmdChangeBackgroundColour = Named(new ColourButton(QStringLiteral("Change...")),
-                                      QStringLiteral("cmdChangeBackgroundColour"));
+    TV_NAMED(cmdChangeBackgroundColour, ColourButton, QStringLiteral("Change..."));
     row(g, title(QStringLiteral("Colour behind the images")), cmdChangeBackgroundColour);
 
     // 1: background images.
-    chkUseBackgroundImages = Named(new QCheckBox(QStringLiteral("Use Background Image")),
-                                   QStringLiteral("chkUseBackgroundImages"));
+    TV_NAMED(chkUseBackgroundImages, QCheckBox, QStringLiteral("Use Background Image"));
     g = page(1, chkUseBackgroundImages);
-    cmbTileBackground = Named(new QComboBox(), QStringLiteral("cmbTileBackground"));
+    TV_NAMED(cmbTileBackground, QComboBox);
     cmbTileBackground->addItems(
         {QStringLiteral("Tile Background Image"), QStringLiteral("Centre Background Image")});
     row(g, cmbTileBackground, slider(11));
-    optRandomBackgroundImage = Named(new QRadioButton(QStringLiteral("Random, changed every")),
-                                     QStringLiteral("optRandomBackgroundImage"));
-    optSpecificbackgroundImage = Named(new QRadioButton(QStringLiteral("This image")),
-                                       QStringLiteral("optSpecificbackgroundImage"));
+    TV_NAMED(optRandomBackgroundImage, QRadioButton, QStringLiteral("Random, changed every"));
+    TV_NAMED(optSpecificbackgroundImage, QRadioButton, QStringLiteral("This image"));
     auto* bgGroup = new QButtonGroup(this);
     bgGroup->addButton(optRandomBackgroundImage);
     bgGroup->addButton(optSpecificbackgroundImage);
     txtRandomBackgroundChangeInterval = NumberBox("txtRandomBackgroundChangeInterval");
     row(g, optRandomBackgroundImage, FramesBox(txtRandomBackgroundChangeInterval));
-    txtBackgroundImage = Named(new QLineEdit(), QStringLiteral("txtBackgroundImage"));
+    TV_NAMED(txtBackgroundImage, QLineEdit);
     row(g, optSpecificbackgroundImage, txtBackgroundImage);
     QWidget* bgSamples = SampleHolder(QStringLiteral("BackgroundSamples"));
-    picBackgroundPreview = Named(new QLabel(bgSamples), QStringLiteral("picBackgroundPreview"));
+    TV_NAMED(picBackgroundPreview, QLabel, bgSamples);
     picBackgroundPreview->setGeometry(0, 0, 120, 80);
     picBackgroundPreview->setAlignment(Qt::AlignCenter);
     picRandomBackground = Sample(bgSamples, QStringLiteral("picRandomBackground"),
                                  QStringLiteral("sample_random_background.png"));
-    lblBackgroundWarning = Named(new QLabel(), QStringLiteral("lblBackgroundWarning"));
+    TV_NAMED(lblBackgroundWarning, QLabel);
     lblBackgroundWarning->setProperty("warning", true);
-    lblBackgroundImagesFolder = Named(new QLabel(), QStringLiteral("lblBackgroundImagesFolder"));
+    TV_NAMED(lblBackgroundImagesFolder, QLabel);
     lblBackgroundImagesFolder->setProperty("muted", true);
     lblBackgroundImagesFolder->setWordWrap(true);
     auto* bgNotes = new QWidget();
@@ -197,40 +195,35 @@ void frmConfig::BuildSettingsPanels() {
     notes->addWidget(lblBackgroundWarning);
     notes->addStretch(1);
     row(g, bgSamples, bgNotes);
-    chkUseLocalBackground = Named(
-        new QCheckBox(QStringLiteral("Use a local image whose name starts with \"background\"")),
-        QStringLiteral("chkUseLocalBackground"));
+    TV_NAMED(chkUseLocalBackground, QCheckBox,
+             QStringLiteral("Use a local image whose name starts with \"background\""));
     row(g, chkUseLocalBackground);
 
     // 2: captions.
-    chkShowCaptions = Named(new QCheckBox(QStringLiteral("Display Image Captions")),
-                            QStringLiteral("chkShowCaptions"));
+    TV_NAMED(chkShowCaptions, QCheckBox, QStringLiteral("Display Image Captions"));
     g = page(2, chkShowCaptions);
-    cmbFontList = Named(new QComboBox(), QStringLiteral("cmbFontList"));
-    cmbFontSize = Named(new QComboBox(), QStringLiteral("cmbFontSize"));
+    TV_NAMED(cmbFontList, QComboBox);
+    TV_NAMED(cmbFontSize, QComboBox);
     for (int size = 6; size <= 48; size += 2)
         cmbFontSize->addItem(QString::number(size));
     row(g, cmbFontList, cmbFontSize);
     auto* fontButtons = new QWidget();
     auto* fontRow = new QHBoxLayout(fontButtons);
     fontRow->setContentsMargins(0, 0, 0, 0);
-    cmdBold = Named(new QPushButton(QStringLiteral("Bold")), QStringLiteral("cmdBold"));
-    cmdItalic = Named(new QPushButton(QStringLiteral("Italic")), QStringLiteral("cmdItalic"));
-    cmdCapColour =
-        Named(new QPushButton(QStringLiteral("Text Colour")), QStringLiteral("cmdCapColour"));
-    cmdCapBack =
-        Named(new QPushButton(QStringLiteral("Back Colour")), QStringLiteral("cmdCapBack"));
+    TV_NAMED(cmdBold, QPushButton, QStringLiteral("Bold"));
+    TV_NAMED(cmdItalic, QPushButton, QStringLiteral("Italic"));
+    TV_NAMED(cmdCapColour, QPushButton, QStringLiteral("Text Colour"));
+    TV_NAMED(cmdCapBack, QPushButton, QStringLiteral("Back Colour"));
     for (QPushButton* b : {cmdBold, cmdItalic, cmdCapColour, cmdCapBack})
         fontRow->addWidget(b);
     row(g, fontButtons);
-    CaptionFrame = Named(new QFrame(), QStringLiteral("CaptionFrame"));
+    TV_NAMED(CaptionFrame, QFrame);
     CaptionFrame->setFixedHeight(64);
     CaptionFrame->installEventFilter(this);
     CaptionFrame->setStyleSheet(QStringLiteral(
         "#CaptionFrame { background: qlineargradient(x1:0, y1:0, x2:1, y2:1, stop:0 #3d5a73, "
         "stop:1 #1d2a36); border-radius: 4px; }"));
-    CaptionExample = Named(new QLabel(QStringLiteral("Weekend In Toronto"), CaptionFrame),
-                           QStringLiteral("CaptionExample"));
+    TV_NAMED(CaptionExample, QLabel, QStringLiteral("Weekend In Toronto"), CaptionFrame);
     const char* capNames[7] = {"chkCapFileName",       "chkCapFileNameFullPath",
                                "chkCapFolderName",     "chkCapFolderNameFullPath",
                                "chkCapEXIFDate",       "chkCapDimensions",
@@ -267,45 +260,38 @@ void frmConfig::BuildSettingsPanels() {
     }
     row(g, title(QStringLiteral("Place of each caption")));
     row(g, positions);
-    chkShowExtension = Named(new QCheckBox(QStringLiteral("Show file extension")),
-                             QStringLiteral("chkShowExtension"));
-    chkFloatingCaptions = Named(new QCheckBox(QStringLiteral("Floating caption boxes")),
-                                QStringLiteral("chkFloatingCaptions"));
+    TV_NAMED(chkShowExtension, QCheckBox, QStringLiteral("Show file extension"));
+    TV_NAMED(chkFloatingCaptions, QCheckBox, QStringLiteral("Floating caption boxes"));
     row(g, chkShowExtension, chkFloatingCaptions);
-    chkUseDSCFilter = Named(new QCheckBox(QStringLiteral("Hide camera file names")),
-                            QStringLiteral("chkUseDSCFilter"));
-    cmbDSCFilter = Named(new QComboBox(), QStringLiteral("cmbDSCFilter"));
+    TV_NAMED(chkUseDSCFilter, QCheckBox, QStringLiteral("Hide camera file names"));
+    TV_NAMED(cmbDSCFilter, QComboBox);
     cmbDSCFilter->addItems({QStringLiteral("Don't show the filename (leave it blank)"),
                             QStringLiteral("Show the folder name instead")});
     row(g, chkUseDSCFilter, cmbDSCFilter);
-    lstDSCFilter = Named(new QListWidget(), QStringLiteral("lstDSCFilter"));
+    TV_NAMED(lstDSCFilter, QListWidget);
     lstDSCFilter->setFixedHeight(64);
     auto* prefixButtons = new QWidget();
     auto* prefixColumn = new QVBoxLayout(prefixButtons);
     prefixColumn->setContentsMargins(0, 0, 0, 0);
-    cmdAddPrefix =
-        Named(new QPushButton(QStringLiteral("Add Prefix")), QStringLiteral("cmdAddPrefix"));
-    cmdRemovePrefix =
-        Named(new QPushButton(QStringLiteral("Delete Prefix")), QStringLiteral("cmdRemovePrefix"));
+    TV_NAMED(cmdAddPrefix, QPushButton, QStringLiteral("Add Prefix"));
+    TV_NAMED(cmdRemovePrefix, QPushButton, QStringLiteral("Delete Prefix"));
     prefixColumn->addWidget(cmdAddPrefix);
     prefixColumn->addWidget(cmdRemovePrefix);
     row(g, lstDSCFilter, prefixButtons);
 
     // 3: panoramas.
-    chkScrollPanos =
-        Named(new QCheckBox(QStringLiteral("Scroll Panoramic Images (Hortizontal and Vertical)")),
-              QStringLiteral("chkScrollPanos"));
+    TV_NAMED(chkScrollPanos, QCheckBox,
+             QStringLiteral("Scroll Panoramic Images (Hortizontal and Vertical)"));
     g = page(3, chkScrollPanos);
-    picPanoDemo = Named(new QFrame(), QStringLiteral("picPanoDemo"));
+    TV_NAMED(picPanoDemo, QFrame);
     picPanoDemo->setFixedSize(200, 60);
-    picPanoDemoScroller = Named(new QLabel(picPanoDemo), QStringLiteral("picPanoDemoScroller"));
+    TV_NAMED(picPanoDemoScroller, QLabel, picPanoDemo);
     picPanoDemoScroller->setPixmap(ConfigArt(QStringLiteral("pano_strip.png"), QSize(480, 60)));
     picPanoDemoScroller->setGeometry(0, 0, 480, 60);
     row(g, picPanoDemo,
         Muted(QStringLiteral("Images much wider or taller than the screen glide slowly from one "
                              "end to the other.")));
-    chkScrollAllVerticalImages = Named(new QCheckBox(QStringLiteral("Scroll all vertical images")),
-                                       QStringLiteral("chkScrollAllVerticalImages"));
+    TV_NAMED(chkScrollAllVerticalImages, QCheckBox, QStringLiteral("Scroll all vertical images"));
     row(g, chkScrollAllVerticalImages);
 
     // 4: layouts.
@@ -318,14 +304,11 @@ void frmConfig::BuildSettingsPanels() {
     }
     txtMaxStackedImages = NumberBox("txtMaxStackedImages");
     row(g, title(QStringLiteral("Images in a pile")), txtMaxStackedImages);
-    chkStopStackIfPano = Named(new QCheckBox(QStringLiteral("Stop the pile at a panorama")),
-                               QStringLiteral("chkStopStackIfPano"));
+    TV_NAMED(chkStopStackIfPano, QCheckBox, QStringLiteral("Stop the pile at a panorama"));
     row(g, chkStopStackIfPano);
-    chkAddWhiteBorder =
-        Named(new QCheckBox(QStringLiteral("Add a border")), QStringLiteral("chkAddWhiteBorder"));
-    cmdBorderColour =
-        Named(new ColourButton(QStringLiteral("Colour...")), QStringLiteral("cmdBorderColour"));
-    cmbBorderPercent = Named(new QComboBox(), QStringLiteral("cmbBorderPercent"));
+    TV_NAMED(chkAddWhiteBorder, QCheckBox, QStringLiteral("Add a border"));
+    TV_NAMED(cmdBorderColour, ColourButton, QStringLiteral("Colour..."));
+    TV_NAMED(cmbBorderPercent, QComboBox);
     for (int pct = 0; pct <= 100; pct += 5)
         cmbBorderPercent->addItem(QStringLiteral("%1%").arg(pct));
     row(g, chkAddWhiteBorder, cmdBorderColour, cmbBorderPercent);
@@ -339,37 +322,32 @@ void frmConfig::BuildSettingsPanels() {
 
     // 5: image effects.
     g = page(5, title(QStringLiteral("Image Effects")));
-    chkUseImageMasks =
-        Named(new QCheckBox(QStringLiteral("Image masks")), QStringLiteral("chkUseImageMasks"));
+    TV_NAMED(chkUseImageMasks, QCheckBox, QStringLiteral("Image masks"));
     row(g, chkUseImageMasks, slider(10));
-    optRandomImageMasks = Named(new QRadioButton(QStringLiteral("Random, changed every")),
-                                QStringLiteral("optRandomImageMasks"));
-    optUseSpecificMask =
-        Named(new QRadioButton(QStringLiteral("This mask")), QStringLiteral("optUseSpecificMask"));
+    TV_NAMED(optRandomImageMasks, QRadioButton, QStringLiteral("Random, changed every"));
+    TV_NAMED(optUseSpecificMask, QRadioButton, QStringLiteral("This mask"));
     auto* maskGroup = new QButtonGroup(this);
     maskGroup->addButton(optRandomImageMasks);
     maskGroup->addButton(optUseSpecificMask);
     txtRandomMaskChangeInterval = NumberBox("txtRandomMaskChangeInterval");
     row(g, optRandomImageMasks, FramesBox(txtRandomMaskChangeInterval));
-    txtImageMask = Named(new QLineEdit(), QStringLiteral("txtImageMask"));
+    TV_NAMED(txtImageMask, QLineEdit);
     row(g, optUseSpecificMask, txtImageMask);
     QWidget* maskSamples = SampleHolder(QStringLiteral("MaskSamples"));
-    picMaskPreview = Named(new QLabel(maskSamples), QStringLiteral("picMaskPreview"));
+    TV_NAMED(picMaskPreview, QLabel, maskSamples);
     picMaskPreview->setGeometry(0, 0, 120, 80);
     picMaskPreview->setAlignment(Qt::AlignCenter);
     imgNoImageMask =
         Sample(maskSamples, QStringLiteral("imgNoImageMask"), QStringLiteral("sample_no_mask.png"));
     imgRandomMask = Sample(maskSamples, QStringLiteral("imgRandomMask"),
                            QStringLiteral("sample_random_mask.png"));
-    lblImageMaskWarning = Named(new QLabel(), QStringLiteral("lblImageMaskWarning"));
+    TV_NAMED(lblImageMaskWarning, QLabel);
     lblImageMaskWarning->setProperty("warning", true);
     lblImageMaskWarning->setWordWrap(true);
     row(g, maskSamples, lblImageMaskWarning);
 
-    chkAddShadows =
-        Named(new QCheckBox(QStringLiteral("Drop shadows")), QStringLiteral("chkAddShadows"));
-    secretShowShadowParms =
-        Named(new QLabel(QStringLiteral("   ")), QStringLiteral("secretShowShadowParms"));
+    TV_NAMED(chkAddShadows, QCheckBox, QStringLiteral("Drop shadows"));
+    TV_NAMED(secretShowShadowParms, QLabel, QStringLiteral("   "));
     secretShowShadowParms->setFixedSize(16, 16);
     secretShowShadowParms->installEventFilter(this);
     row(g, chkAddShadows, secretShowShadowParms);
@@ -398,11 +376,9 @@ void frmConfig::BuildSettingsPanels() {
         w->hide();
     row(g, shadowSamples, shadowParms);
 
-    chkBlackAndWhite =
-        Named(new QCheckBox(QStringLiteral("Black and white")), QStringLiteral("chkBlackAndWhite"));
+    TV_NAMED(chkBlackAndWhite, QCheckBox, QStringLiteral("Black and white"));
     row(g, chkBlackAndWhite, slider(12));
-    chkAddContrastToBW =
-        Named(new QCheckBox(QStringLiteral("Add contrast")), QStringLiteral("chkAddContrastToBW"));
+    TV_NAMED(chkAddContrastToBW, QCheckBox, QStringLiteral("Add contrast"));
     // Black and white starts off, and contrast only means something with it.
     chkAddContrastToBW->setEnabled(false);
     QWidget* bwSamples = SampleHolder(QStringLiteral("BlackAndWhiteSamples"));
@@ -412,10 +388,9 @@ void frmConfig::BuildSettingsPanels() {
     row(g, bwSamples, chkAddContrastToBW);
 
     // 6: monitors.
-    chkEnableMultiMon = Named(new QCheckBox(QStringLiteral("Enable Multiple Monitors")),
-                              QStringLiteral("chkEnableMultiMon"));
+    TV_NAMED(chkEnableMultiMon, QCheckBox, QStringLiteral("Enable Multiple Monitors"));
     g = page(6, chkEnableMultiMon);
-    cmbMultiMonOption = Named(new QComboBox(), QStringLiteral("cmbMultiMonOption"));
+    TV_NAMED(cmbMultiMonOption, QComboBox);
     cmbMultiMonOption->addItems({QStringLiteral("Control each monitor seperately"),
                                  QStringLiteral("Act like all monitors are one big screen.")});
     row(g, cmbMultiMonOption);
@@ -431,22 +406,20 @@ void frmConfig::BuildSettingsPanels() {
         lblMultiMonDetail[static_cast<std::size_t>(i)] = l;
     }
     row(g, details);
-    chkMultiMonUseMinHeight =
-        Named(new QCheckBox(QStringLiteral("Use only the height all monitors share")),
-              QStringLiteral("chkMultiMonUseMinHeight"));
+    TV_NAMED(chkMultiMonUseMinHeight, QCheckBox,
+             QStringLiteral("Use only the height all monitors share"));
     row(g, chkMultiMonUseMinHeight);
 
     // 7: night mode.
-    chkNightMode =
-        Named(new QCheckBox(QStringLiteral("Enable Night Mode")), QStringLiteral("chkNightMode"));
+    TV_NAMED(chkNightMode, QCheckBox, QStringLiteral("Enable Night Mode"));
     g = page(7, chkNightMode);
     auto* sky = Named(new QWidget(), QStringLiteral("SkyBarFrame"));
     sky->setFixedSize(398, 56);
-    lblNightModeClock = Named(new QLabel(sky), QStringLiteral("lblNightModeClock"));
+    TV_NAMED(lblNightModeClock, QLabel, sky);
     lblNightModeClock->setProperty("muted", true);
     lblNightModeClock->setAlignment(Qt::AlignCenter);
     lblNightModeClock->setGeometry(149, 36, 100, 18);
-    imgSkyBar = Named(new QLabel(sky), QStringLiteral("imgSkyBar"));
+    TV_NAMED(imgSkyBar, QLabel, sky);
     imgSkyBar->setPixmap(ConfigArt(QStringLiteral("skybar.png"), QSize(384, 24)));
     imgSkyBar->setScaledContents(true);
     imgSkyBar->setGeometry(7, 5, 384, 24);
@@ -474,10 +447,8 @@ void frmConfig::BuildSettingsPanels() {
         lblTime[static_cast<std::size_t>(i)] = Named(new QLabel(), Indexed("lblTime", i));
     row(g, title(QStringLiteral("Night starts at")), lblTime[0]);
     row(g, title(QStringLiteral("and ends at")), lblTime[1]);
-    optTurnMonitorOFF = Named(new QRadioButton(QStringLiteral("Turn the monitor off")),
-                              QStringLiteral("optTurnMonitorOFF"));
-    optNightModeBlankScreen = Named(new QRadioButton(QStringLiteral("Blank the screen")),
-                                    QStringLiteral("optNightModeBlankScreen"));
+    TV_NAMED(optTurnMonitorOFF, QRadioButton, QStringLiteral("Turn the monitor off"));
+    TV_NAMED(optNightModeBlankScreen, QRadioButton, QStringLiteral("Blank the screen"));
     auto* nightGroup = new QButtonGroup(this);
     nightGroup->addButton(optTurnMonitorOFF);
     nightGroup->addButton(optNightModeBlankScreen);
@@ -485,63 +456,51 @@ void frmConfig::BuildSettingsPanels() {
 
     // 8: miscellaneous.
     g = page(8, title(QStringLiteral("Miscellaneous")));
-    chkWidescreen = Named(new QCheckBox(QStringLiteral("Widescreen correction")),
-                          QStringLiteral("chkWidescreen"));
+    TV_NAMED(chkWidescreen, QCheckBox, QStringLiteral("Widescreen correction"));
     QWidget* wideSamples = SampleHolder(QStringLiteral("WidescreenSamples"));
     imgWidescreen = Sample(wideSamples, QStringLiteral("imgWidescreen"),
                            QStringLiteral("sample_widescreen.png"));
     imgWidescreenStretched = Sample(wideSamples, QStringLiteral("imgWidescreenStretched"),
                                     QStringLiteral("sample_widescreen_stretched.png"));
     row(g, wideSamples, chkWidescreen);
-    chkShowStatus = Named(new QCheckBox(QStringLiteral("Always show the status line")),
-                          QStringLiteral("chkShowStatus"));
-    chkVetCache = Named(new QCheckBox(QStringLiteral("Tidy the web image cache")),
-                        QStringLiteral("chkVetCache"));
+    TV_NAMED(chkShowStatus, QCheckBox, QStringLiteral("Always show the status line"));
+    TV_NAMED(chkVetCache, QCheckBox, QStringLiteral("Tidy the web image cache"));
     row(g, chkShowStatus, chkVetCache);
-    chkExitOnESC = Named(new QCheckBox(QStringLiteral("Esc key")), QStringLiteral("chkExitOnESC"));
-    chkExitOnKey = Named(new QCheckBox(QStringLiteral("Any key")), QStringLiteral("chkExitOnKey"));
-    chkExitOnMouse =
-        Named(new QCheckBox(QStringLiteral("Mouse move")), QStringLiteral("chkExitOnMouse"));
-    chkExitOnClick =
-        Named(new QCheckBox(QStringLiteral("Mouse click")), QStringLiteral("chkExitOnClick"));
+    TV_NAMED(chkExitOnESC, QCheckBox, QStringLiteral("Esc key"));
+    TV_NAMED(chkExitOnKey, QCheckBox, QStringLiteral("Any key"));
+    TV_NAMED(chkExitOnMouse, QCheckBox, QStringLiteral("Mouse move"));
+    TV_NAMED(chkExitOnClick, QCheckBox, QStringLiteral("Mouse click"));
     row(g, title(QStringLiteral("End the show on")));
     row(g, chkExitOnESC, chkExitOnKey);
     row(g, chkExitOnMouse, chkExitOnClick);
-    chkDebug = Named(new QCheckBox(QStringLiteral("Debug log (set in the preferences file)")),
-                     QStringLiteral("chkDebug"));
+    TV_NAMED(chkDebug, QCheckBox, QStringLiteral("Debug log (set in the preferences file)"));
     chkDebug->setEnabled(false);
     row(g, chkDebug);
 
     // 9: sounds.
     g = page(9, title(QStringLiteral("Sounds")));
-    chkPlaySound = Named(new QCheckBox(QStringLiteral("Play a sound with each image")),
-                         QStringLiteral("chkPlaySound"));
+    TV_NAMED(chkPlaySound, QCheckBox, QStringLiteral("Play a sound with each image"));
     row(g, chkPlaySound);
-    optRandomSound = Named(new QRadioButton(QStringLiteral("Random from the Sounds folder")),
-                           QStringLiteral("optRandomSound"));
-    optSpecificSound =
-        Named(new QRadioButton(QStringLiteral("This sound")), QStringLiteral("optSpecificSound"));
+    TV_NAMED(optRandomSound, QRadioButton, QStringLiteral("Random from the Sounds folder"));
+    TV_NAMED(optSpecificSound, QRadioButton, QStringLiteral("This sound"));
     auto* soundGroup = new QButtonGroup(this);
     soundGroup->addButton(optRandomSound);
     soundGroup->addButton(optSpecificSound);
     row(g, optRandomSound);
-    txtSoundFile = Named(new QLineEdit(), QStringLiteral("txtSoundFile"));
-    lblSoundLength = Named(new QLabel(), QStringLiteral("lblSoundLength"));
+    TV_NAMED(txtSoundFile, QLineEdit);
+    TV_NAMED(lblSoundLength, QLabel);
     lblSoundLength->setProperty("muted", true);
     row(g, optSpecificSound, txtSoundFile, lblSoundLength);
-    chkPlayMusic =
-        Named(new QCheckBox(QStringLiteral("Play music")), QStringLiteral("chkPlayMusic"));
+    TV_NAMED(chkPlayMusic, QCheckBox, QStringLiteral("Play music"));
     row(g, chkPlayMusic);
-    optRandomMusicFromFolder =
-        Named(new QRadioButton(QStringLiteral("Random from the Sounds folder")),
-              QStringLiteral("optRandomMusicFromFolder"));
-    optSpecificPlayList = Named(new QRadioButton(QStringLiteral("This playlist")),
-                                QStringLiteral("optSpecificPlayList"));
+    TV_NAMED(optRandomMusicFromFolder, QRadioButton,
+             QStringLiteral("Random from the Sounds folder"));
+    TV_NAMED(optSpecificPlayList, QRadioButton, QStringLiteral("This playlist"));
     auto* musicGroup = new QButtonGroup(this);
     musicGroup->addButton(optRandomMusicFromFolder);
     musicGroup->addButton(optSpecificPlayList);
     row(g, optRandomMusicFromFolder);
-    txtMusicPlaylist = Named(new QLineEdit(), QStringLiteral("txtMusicPlaylist"));
+    TV_NAMED(txtMusicPlaylist, QLineEdit);
     row(g, optSpecificPlayList, txtMusicPlaylist);
 
     // 10: about.
@@ -559,3 +518,5 @@ void frmConfig::BuildSettingsPanels() {
         grid->setColumnStretch(1, 1);
     }
 }
+
+#undef TV_NAMED

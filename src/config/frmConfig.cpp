@@ -338,13 +338,8 @@ void frmConfig::Initialize() {
     }
     ShowHideFileDetails(false);
 
-    cmbImageOrder->setCurrentIndex(0);
-    cmbDSCFilter->setCurrentIndex(0);
-    cmbFontSize->setCurrentIndex(2);
+    // The lists' choices come from the preferences table; only the fonts are the system's.
     FillFontComboBox();
-    cmbBorderPercent->setCurrentIndex(10);
-    cmbTileBackground->setCurrentIndex(0);
-    cmbMultiMonOption->setCurrentIndex(0);
 
     const QString backgrounds = InstallDir + QStringLiteral("/Backgrounds");
     if (common::FileExists(backgrounds))

@@ -59,22 +59,23 @@ int SliderPlace(float percent) {
     return vb::CInt(percent).value_or(percent < 0 ? -1 : 101);
 }
 
+Field Make(Kind kind, QString initial, bool factory, std::vector<QObject*> controls,
+           std::function<QString()> get, std::function<void(const QString&)> set) {
+    return {kind, std::move(get), std::move(set), std::move(initial), factory, std::move(controls)};
+}
+
 Field Chk(QCheckBox* box, int initial, bool factory = true) {
-    return {Kind::Chk,
-            [box] { return prefs::ChkText(box->isChecked()); },
-            [box](const QString& t) { box->setChecked(prefs::ToChk(t) != 0); },
-            QString::number(initial),
-            factory,
-            {box}};
+    return Make(
+        Kind::Chk, QString::number(initial), factory, {box},
+        [box] { return prefs::ChkText(box->isChecked()); },
+        [box](const QString& t) { box->setChecked(prefs::ToChk(t) != 0); });
 }
 
 Field Idx(QComboBox* combo, int initial, bool factory = true) {
-    return {Kind::Idx,
-            [combo] { return QString::number(combo->currentIndex()); },
-            [combo](const QString& t) { combo->setCurrentIndex(prefs::ToIdx(t, combo->count())); },
-            QString::number(initial),
-            factory,
-            {combo}};
+    return Make(
+        Kind::Idx, QString::number(initial), factory, {combo},
+        [combo] { return QString::number(combo->currentIndex()); },
+        [combo](const QString& t) { combo->setCurrentIndex(prefs::ToIdx(t, combo->count())); });
 }
 
 Field Text(QLineEdit* box, const QString& initial, bool factory = true, Kind kind = Kind::Text) {
@@ -87,30 +88,24 @@ Field Text(QLineEdit* box, const QString& initial, bool factory = true, Kind kin
 }
 
 Field Option(QRadioButton* on, QRadioButton* other, bool initial) {
-    return {Kind::Bool,
-            [on] { return prefs::BoolText(on->isChecked()); },
-            [on, other](const QString& t) { SetOption(on, other, prefs::ToBool(t)); },
-            prefs::BoolText(initial),
-            true,
-            {on}};
+    return Make(
+        Kind::Bool, prefs::BoolText(initial), true, {on},
+        [on] { return prefs::BoolText(on->isChecked()); },
+        [on, other](const QString& t) { SetOption(on, other, prefs::ToBool(t)); });
 }
 
 Field Colour(ColourButton* button, std::uint32_t initial, bool factory = true) {
-    return {Kind::Colour,
-            [button] { return prefs::ColourText(button->BackColor()); },
-            [button](const QString& t) { button->setBackColor(prefs::ToColour(t)); },
-            prefs::ColourText(initial),
-            factory,
-            {}};
+    return Make(
+        Kind::Colour, prefs::ColourText(initial), factory, {},
+        [button] { return prefs::ColourText(button->BackColor()); },
+        [button](const QString& t) { button->setBackColor(prefs::ToColour(t)); });
 }
 
 Field ColourValue(std::uint32_t& value, std::uint32_t initial) {
-    return {Kind::Colour,
-            [&value] { return prefs::ColourText(value); },
-            [&value](const QString& t) { value = prefs::ToColour(t); },
-            prefs::ColourText(initial),
-            true,
-            {}};
+    return Make(
+        Kind::Colour, prefs::ColourText(initial), true, {},
+        [&value] { return prefs::ColourText(value); },
+        [&value](const QString& t) { value = prefs::ToColour(t); });
 }
 
 Field Position(const std::array<QRadioButton*, 7>& options, int initial) {
@@ -119,16 +114,13 @@ Field Position(const std::array<QRadioButton*, 7>& options, int initial) {
             if (options[p]->isChecked()) return QString::number(p);
         return QString();
     };
-    return {Kind::Position,
-            first,
-            [&options](const QString& t) {
-                const int p = prefs::ToIdx(t, static_cast<int>(options.size()));
-                if (p < 1) throw prefs::ReadError("caption position");
-                options[static_cast<std::size_t>(p)]->setChecked(true);
-            },
-            QString::number(initial),
-            true,
-            std::vector<QObject*>(options.begin() + 1, options.end())};
+    return Make(Kind::Position, QString::number(initial), true,
+                std::vector<QObject*>(options.begin() + 1, options.end()), first,
+                [&options](const QString& t) {
+                    const int p = prefs::ToIdx(t, static_cast<int>(options.size()));
+                    if (p < 1) throw prefs::ReadError("caption position");
+                    options[static_cast<std::size_t>(p)]->setChecked(true);
+                });
 }
 
 Row Plain(const QString& key, std::vector<Field> fields, std::function<void()> applied = {}) {
@@ -211,26 +203,22 @@ void frmConfig::UpdateCaptionExample() {
 // --- The table ---------------------------------------------------------------------------
 
 Field frmConfig::SliderField(int slider, float initial) {
-    return {Kind::Pct,
-            [this, slider] { return prefs::PercentText(GetLayoutSetting(slider)); },
-            [this, slider](const QString& t) {
-                const float percent = prefs::ToPct(t);
-                SetLayoutSlider(slider, SliderPlace(percent));
-                // The knob sits at a whole percent; the share keeps what the file said.
-                SliderPercent[slider] = percent;
-            },
-            prefs::PercentText(initial),
-            true,
-            {}};
+    return Make(
+        Kind::Pct, prefs::PercentText(initial), true, {},
+        [this, slider] { return prefs::PercentText(GetLayoutSetting(slider)); },
+        [this, slider](const QString& t) {
+            const float percent = prefs::ToPct(t);
+            SetLayoutSlider(slider, SliderPlace(percent));
+            // The knob sits at a whole percent; the share keeps what the file said.
+            SliderPercent[slider] = percent;
+        });
 }
 
 Field frmConfig::ZoneField(std::size_t end, int initial) {
-    return {Kind::Zone,
-            [this, end] { return QString::number(NightZoneRange[end]); },
-            [this, end](const QString& t) { NightZoneRange[end] = prefs::ToZone(t); },
-            QString::number(initial),
-            true,
-            {}};
+    return Make(
+        Kind::Zone, QString::number(initial), true, {},
+        [this, end] { return QString::number(NightZoneRange[end]); },
+        [this, end](const QString& t) { NightZoneRange[end] = prefs::ToZone(t); });
 }
 
 prefs::Table frmConfig::BuildPrefsTable() {
@@ -289,38 +277,32 @@ prefs::Table frmConfig::BuildPrefsTable() {
     line(blank);
     row(Plain(QStringLiteral("SHOWCAPTIONS"), {Chk(chkShowCaptions, 1)}));
     auto fontFlag = [this](bool bold, bool initial) -> Field {
-        return {Kind::Bool,
-                [this, bold] {
-                    const QFont f = CaptionExample->font();
-                    return prefs::BoolText(bold ? f.bold() : f.italic());
-                },
-                [this, bold](const QString& text) {
-                    QFont f = CaptionExample->font();
-                    const bool on = prefs::ToBool(text);
-                    if (bold)
-                        f.setBold(on);
-                    else
-                        f.setItalic(on);
-                    CaptionExample->setFont(f);
-                },
-                prefs::BoolText(initial),
-                true,
-                {}};
+        return Make(
+            Kind::Bool, prefs::BoolText(initial), true, {},
+            [this, bold] {
+                const QFont f = CaptionExample->font();
+                return prefs::BoolText(bold ? f.bold() : f.italic());
+            },
+            [this, bold](const QString& text) {
+                QFont f = CaptionExample->font();
+                const bool on = prefs::ToBool(text);
+                if (bold)
+                    f.setBold(on);
+                else
+                    f.setItalic(on);
+                CaptionExample->setFont(f);
+            });
     };
-    const Field fontSize{Kind::FontSize,
-                         [this] { return cmbFontSize->currentText(); },
-                         [this](const QString& text) {
-                             FindInComboBox(QString::number(vb::Val(text)), cmbFontSize);
-                         },
-                         QStringLiteral("12"),
-                         true,
-                         {}};
-    const Field fontName{Kind::FontName,
-                         [this] { return cmbFontList->currentText(); },
-                         [this](const QString& text) { FindInComboBox(text, cmbFontList); },
-                         QStringLiteral("Arial"),
-                         true,
-                         {}};
+    const Field fontSize = Make(
+        Kind::FontSize, QStringLiteral("12"), true, {},
+        [this] { return cmbFontSize->currentText(); },
+        [this](const QString& text) {
+            FindInComboBox(QString::number(vb::Val(text)), cmbFontSize);
+        });
+    const Field fontName = Make(
+        Kind::FontName, QStringLiteral("Arial"), true, {},
+        [this] { return cmbFontList->currentText(); },
+        [this](const QString& text) { FindInComboBox(text, cmbFontList); });
     row(Plain(QStringLiteral("CAPTIONFONT"),
               {fontSize, fontFlag(true, true), fontFlag(false, false),
                ColourValue(CaptionForeColor, 0x80FFFF), ColourValue(CaptionBackColor, 0x808000),

@@ -9,6 +9,7 @@
 #include "platform/Clock.h"
 #include "platform/VbTimer.h"
 #include "prefs/MRegistry.h"
+#include "prefs/PrefsTable.h"
 #include "show/frmSlideShow.h"
 
 #include <QLocale>
@@ -18,11 +19,7 @@ namespace {
 
 // A box at value 1, a full tick.
 bool IsOne(const QCheckBox* box) {
-    return box && box->checkState() == Qt::Checked;
-}
-
-QString Bool(bool value) {
-    return value ? QStringLiteral("True") : QStringLiteral("False");
+    return box->checkState() == Qt::Checked;
 }
 
 // A single prints with up to the seven significant digits it holds.
@@ -30,24 +27,9 @@ QString Single(float value) {
     return QString::number(static_cast<double>(value), 'g', 7);
 }
 
-// The readers below leave the variable alone when its control is missing, so that a setting
-// that cannot be read keeps the value it had and the next one is still read.
-
 // Any mark in the box counts.
 void ReadBox(const QCheckBox* box, bool& target) {
-    if (box) target = box->checkState() != Qt::Unchecked;
-}
-
-void ReadOption(const QRadioButton* option, bool& target) {
-    if (option) target = option->isChecked();
-}
-
-void ReadText(const QLineEdit* box, QString& target) {
-    if (box) target = box->text();
-}
-
-void ReadTrimmed(const QLineEdit* box, QString& target) {
-    if (box) target = box->text().trimmed();
+    target = box->checkState() != Qt::Unchecked;
 }
 
 // A number that does not fit its variable leaves the variable as it was, rather than wrapping
@@ -67,13 +49,13 @@ void Convert(double value, float& target) {
 
 // Numeric boxes: the number at the front of the trimmed text, junk reading as 0.
 template <typename T> void ReadNumber(const QLineEdit* box, T& target) {
-    if (box) Convert(vb::Val(box->text().trimmed()), target);
+    Convert(vb::Val(box->text().trimmed()), target);
 }
 
 // The index of the first option set, counting from 1; the target stays when none is set.
 void ReadPosition(const std::array<QRadioButton*, 7>& options, std::int16_t& target) {
     for (std::size_t p = 1; p < options.size(); ++p) {
-        if (options[p] && options[p]->isChecked()) {
+        if (options[p]->isChecked()) {
             target = static_cast<std::int16_t>(p);
             return;
         }
@@ -129,54 +111,32 @@ void frmSlideShow::LoadShowSettings() {
     BugLog(QStringLiteral("  Last xFadeStepTime (tuned hopefully) = ") + Single(xFadeStepTime));
     SetLongProcessInterval();
 
-    if (config->cmbImageOrder) {
-        switch (config->cmbImageOrder->currentIndex()) {
-        case 0:
-            RandomImages = false;
-            RandomFolders = false;
-            break;
-        case 1:
-            RandomImages = true;
-            RandomFolders = false;
-            break;
-        case 2:
-            RandomImages = false;
-            RandomFolders = true;
-            break;
-        case 3:
-            RandomImages = true;
-            RandomFolders = true;
-            break;
-        default:
-            RandomImages = true;
-            RandomFolders = false;
-            break;
-        }
-    }
-    BugLog(QStringLiteral("  Random Images  = ") + Bool(RandomImages));
-    BugLog(QStringLiteral("  Random Folders = ") + Bool(RandomFolders));
+    // The four orders are the four pairs of the two flags; anything past them is plain random.
+    const int order = config->cmbImageOrder->currentIndex();
+    RandomImages = order != 0 && order != 2;
+    RandomFolders = order == 2 || order == 3;
+    BugLog(QStringLiteral("  Random Images  = ") + prefs::BoolText(RandomImages));
+    BugLog(QStringLiteral("  Random Folders = ") + prefs::BoolText(RandomFolders));
     if (!RandomFolders) CurrentRandomFolder.clear();
     BugLog(QStringLiteral("  Current Random Folder > ") + CurrentRandomFolder);
     ReadBox(config->chkUseKeyWord, UseKeyword);
-    ReadTrimmed(config->txtKeyword, Keyword);
-    BugLog(QStringLiteral("  Use Keyword = ") + Bool(UseKeyword) + QStringLiteral("  (") + Keyword +
-           ')');
-    if (config->cmdChangeBackgroundColour)
-        BackgroundColour = ColourFromValue(config->cmdChangeBackgroundColour->BackColor());
+    Keyword = config->txtKeyword->text().trimmed();
+    BugLog(QStringLiteral("  Use Keyword = ") + prefs::BoolText(UseKeyword) +
+           QStringLiteral("  (") + Keyword + ')');
+    BackgroundColour = ColourFromValue(config->cmdChangeBackgroundColour->BackColor());
 
     // --- Background images --------------------------------------------------------------
     ReadBox(config->chkUseBackgroundImages, UseBackgroundImage);
-    BugLog(QStringLiteral("  UseBackgroundImage = ") + Bool(UseBackgroundImage));
-    if (config->cmbTileBackground)
-        TileBackgroundImage = config->cmbTileBackground->currentIndex() == 0;
+    BugLog(QStringLiteral("  UseBackgroundImage = ") + prefs::BoolText(UseBackgroundImage));
+    TileBackgroundImage = config->cmbTileBackground->currentIndex() == 0;
     Convert(config->GetLayoutSetting(11), BackgroundPercent);
-    ReadTrimmed(config->txtBackgroundImage, BackgroundImagePath);
+    BackgroundImagePath = config->txtBackgroundImage->text().trimmed();
     BugLog(QStringLiteral("  > ") + BackgroundImagePath);
-    BugLog(QStringLiteral("  TileBackgroundimage = ") + Bool(TileBackgroundImage));
-    ReadOption(config->optRandomBackgroundImage, RandomBGImage);
+    BugLog(QStringLiteral("  TileBackgroundimage = ") + prefs::BoolText(TileBackgroundImage));
+    RandomBGImage = config->optRandomBackgroundImage->isChecked();
     ReadNumber(config->txtRandomBackgroundChangeInterval, RandomBGFrames);
-    BugLog(QStringLiteral("  RandomBGImage = ") + Bool(RandomBGImage) + QStringLiteral(" (") +
-           QString::number(RandomBGFrames) + QStringLiteral(" frames)"));
+    BugLog(QStringLiteral("  RandomBGImage = ") + prefs::BoolText(RandomBGImage) +
+           QStringLiteral(" (") + QString::number(RandomBGFrames) + QStringLiteral(" frames)"));
     if (RandomBGImage) {
         LoadListOfBackgroundImages();
         if (lstBackgroundImages.isEmpty()) {
@@ -191,17 +151,16 @@ void frmSlideShow::LoadShowSettings() {
 
     // --- Panoramas ----------------------------------------------------------------------
     ReadBox(config->chkScrollPanos, ScrollPanos);
-    BugLog(QStringLiteral("  Scroll Panos = ") + Bool(ScrollPanos));
+    BugLog(QStringLiteral("  Scroll Panos = ") + prefs::BoolText(ScrollPanos));
     BugLog(QStringLiteral("     Min pano ratio is ") + Single(MinPanoRatio));
     // The box offers to scroll every upright image; the variable forces it when the box is
     // cleared, so the sense is turned round here.
-    if (config->chkScrollAllVerticalImages)
-        ForceVertical = !IsOne(config->chkScrollAllVerticalImages);
-    BugLog(QStringLiteral("  ForceVertical = ") + Bool(ForceVertical));
+    ForceVertical = !IsOne(config->chkScrollAllVerticalImages);
+    BugLog(QStringLiteral("  ForceVertical = ") + prefs::BoolText(ForceVertical));
 
     // --- Captions -----------------------------------------------------------------------
     ReadBox(config->chkShowCaptions, ShowCaptions);
-    BugLog(QStringLiteral("  Show Captions = ") + Bool(ShowCaptions));
+    BugLog(QStringLiteral("  Show Captions = ") + prefs::BoolText(ShowCaptions));
     for (std::size_t n = 0; n < 2; ++n) {
         ReadPosition(n == 0 ? config->Position1 : config->Position2, CaptionPosition[n]);
         ReadBox(config->chkCapFileName[n], CapFileName[n]);
@@ -214,42 +173,41 @@ void frmSlideShow::LoadShowSettings() {
         BugLog(QStringLiteral("  Caption %1 Position %2").arg(n).arg(CaptionPosition[n]));
     }
     ReadBox(config->chkFloatingCaptions, FloatingCaptions);
-    if (config->CaptionExample) {
-        const QFont font = config->CaptionExample->font();
-        CaptionFontSize = static_cast<float>(font.pointSizeF());
-        CaptionFontBold = font.bold();
-        CaptionFontItalic = font.italic();
-        // The example's colours live beside it on the form, in the preferences file's form.
-        CaptionForeColor = ColourFromValue(config->CaptionForeColor);
-        CaptionBackColor = ColourFromValue(config->CaptionBackColor);
-        CaptionFontName = font.family();
-    }
+    const QFont font = config->CaptionExample->font();
+    CaptionFontSize = static_cast<float>(font.pointSizeF());
+    CaptionFontBold = font.bold();
+    CaptionFontItalic = font.italic();
+    // The example's colours live beside it on the form, in the preferences file's form.
+    CaptionForeColor = ColourFromValue(config->CaptionForeColor);
+    CaptionBackColor = ColourFromValue(config->CaptionBackColor);
+    CaptionFontName = font.family();
     ReadBox(config->chkShowExtension, ShowFileExtension);
     ReadBox(config->chkUseDSCFilter, DSCFilterON);
-    BugLog(QStringLiteral("  DSCFilterON = ") + Bool(DSCFilterON));
-    if (config->cmbDSCFilter) DSCShowFolderName = config->cmbDSCFilter->currentIndex() != 0;
-    BugLog(QStringLiteral("     show foldername = ") + Bool(DSCShowFolderName));
+    BugLog(QStringLiteral("  DSCFilterON = ") + prefs::BoolText(DSCFilterON));
+    DSCShowFolderName = config->cmbDSCFilter->currentIndex() != 0;
+    BugLog(QStringLiteral("     show foldername = ") + prefs::BoolText(DSCShowFolderName));
 
     // --- Monitors -----------------------------------------------------------------------
     ReadBox(config->chkEnableMultiMon, MultiMonitors);
-    BugLog(QStringLiteral("  MultiMonitors = ") + Bool(MultiMonitors));
-    if (config->cmbMultiMonOption)
-        MultiMonImagePerScreen = config->cmbMultiMonOption->currentIndex() != 1;
-    BugLog(QStringLiteral("  MultiMon image per screen = ") + Bool(MultiMonImagePerScreen));
+    BugLog(QStringLiteral("  MultiMonitors = ") + prefs::BoolText(MultiMonitors));
+    MultiMonImagePerScreen = config->cmbMultiMonOption->currentIndex() != 1;
+    BugLog(QStringLiteral("  MultiMon image per screen = ") +
+           prefs::BoolText(MultiMonImagePerScreen));
     ReadBox(config->chkMultiMonUseMinHeight, MultiMonUseMinHeight);
-    BugLog(QStringLiteral("  use min height = ") + Bool(MultiMonUseMinHeight));
+    BugLog(QStringLiteral("  use min height = ") + prefs::BoolText(MultiMonUseMinHeight));
 
     // --- Layouts ------------------------------------------------------------------------
     LayoutInUse = 0;
     ReadBox(config->chkLayout[0], UseNormalLayout);
-    BugLog(QStringLiteral("  Use Normal Layout = ") + Bool(UseNormalLayout));
+    BugLog(QStringLiteral("  Use Normal Layout = ") + prefs::BoolText(UseNormalLayout));
     ReadBox(config->chkLayout[1], UseStackedLayout);
     ReadNumber(config->txtMaxStackedImages, MaxStackedImages);
     ReadBox(config->chkStopStackIfPano, StopStackIfPano);
-    BugLog(QStringLiteral("  Stacked Images = ") + Bool(UseStackedLayout));
-    BugLog(QStringLiteral("                   Stop Stack If Pano is ") + Bool(StopStackIfPano));
+    BugLog(QStringLiteral("  Stacked Images = ") + prefs::BoolText(UseStackedLayout));
+    BugLog(QStringLiteral("                   Stop Stack If Pano is ") +
+           prefs::BoolText(StopStackIfPano));
     ReadBox(config->chkLayout[2], FourUp);
-    BugLog(QStringLiteral("  FourUp = ") + Bool(FourUp));
+    BugLog(QStringLiteral("  FourUp = ") + prefs::BoolText(FourUp));
 
     for (std::size_t i = 0; i < LayoutRange.size(); ++i)
         LayoutRange[i] = config->GetLayoutSetting(static_cast<int>(i));
@@ -269,11 +227,11 @@ void frmSlideShow::LoadShowSettings() {
     // --- Masks --------------------------------------------------------------------------
     ReadBox(config->chkUseImageMasks, UseImageMask);
     Convert(config->GetLayoutSetting(10), MaskPercent);
-    ReadTrimmed(config->txtImageMask, ImageMaskPath);
-    ReadOption(config->optRandomImageMasks, RandomImageMask);
+    ImageMaskPath = config->txtImageMask->text().trimmed();
+    RandomImageMask = config->optRandomImageMasks->isChecked();
     ReadNumber(config->txtRandomMaskChangeInterval, RandomMaskFrames);
-    BugLog(QStringLiteral("  Use Image Masks = ") + Bool(UseImageMask));
-    BugLog(QStringLiteral("  Random = ") + Bool(RandomImageMask));
+    BugLog(QStringLiteral("  Use Image Masks = ") + prefs::BoolText(UseImageMask));
+    BugLog(QStringLiteral("  Random = ") + prefs::BoolText(RandomImageMask));
     if (RandomImageMask) {
         LoadListOfImageMasks();
         if (lstMasks.isEmpty()) {
@@ -291,29 +249,26 @@ void frmSlideShow::LoadShowSettings() {
 
     // --- Border, shadows, black and white, wide screen -----------------------------------
     ReadBox(config->chkAddWhiteBorder, AddBorder);
-    if (config->cmdBorderColour)
-        BorderColour = ColourFromValue(config->cmdBorderColour->BackColor());
-    if (config->cmbBorderPercent) BorderPercent = config->cmbBorderPercent->currentIndex() * 5;
+    BorderColour = ColourFromValue(config->cmdBorderColour->BackColor());
+    BorderPercent = config->cmbBorderPercent->currentIndex() * 5;
     ReadBox(config->chkAddShadows, UseShadows);
     ReadNumber(config->txtShadowSize, ShadowSize);
     ReadNumber(config->txtShadowDistance, ShadowDistance);
-    BugLog(QStringLiteral("  Shadows = ") + Bool(UseShadows) + QStringLiteral("  distance = ") +
-           QString::number(ShadowDistance));
+    BugLog(QStringLiteral("  Shadows = ") + prefs::BoolText(UseShadows) +
+           QStringLiteral("  distance = ") + QString::number(ShadowDistance));
     ReadBox(config->chkBlackAndWhite, UseBlackAndWhite);
     Convert(config->GetLayoutSetting(12), BWPercent);
     ReadBox(config->chkAddContrastToBW, AddContrastToBW);
     BWInUse = false;
-    if (config->chkWidescreen) {
-        WidescreenFactor = IsOne(config->chkWidescreen) ? 1.334375f : 1.0f;
-        ActiveWidescreenFactor = WidescreenFactor;
-    }
+    WidescreenFactor = IsOne(config->chkWidescreen) ? 1.334375f : 1.0f;
+    ActiveWidescreenFactor = WidescreenFactor;
 
     // --- Sound and music ----------------------------------------------------------------
     ReadBox(config->chkPlaySound, PlaySound);
-    ReadOption(config->optRandomSound, RandomSound);
-    ReadText(config->txtSoundFile, SoundPath);
-    BugLog(QStringLiteral("Playsound ") + Bool(PlaySound));
-    BugLog(QStringLiteral("RandomSound ") + Bool(RandomSound));
+    RandomSound = config->optRandomSound->isChecked();
+    SoundPath = config->txtSoundFile->text();
+    BugLog(QStringLiteral("Playsound ") + prefs::BoolText(PlaySound));
+    BugLog(QStringLiteral("RandomSound ") + prefs::BoolText(RandomSound));
     BugLog(QStringLiteral("SoundPath = ") + SoundPath);
     if (PlaySound && !RandomSound) {
         if (!common::FileExists(SoundPath)) {
@@ -340,18 +295,18 @@ void frmSlideShow::LoadShowSettings() {
         }
     }
     ReadBox(config->chkPlayMusic, PlayMusic);
-    ReadOption(config->optRandomMusicFromFolder, RandomMusicFromFolder);
-    ReadText(config->txtMusicPlaylist, MusicPlaylist);
+    RandomMusicFromFolder = config->optRandomMusicFromFolder->isChecked();
+    MusicPlaylist = config->txtMusicPlaylist->text();
 
     // --- Night mode ---------------------------------------------------------------------
     ReadBox(config->chkNightMode, NightModeEnabled);
-    ReadOption(config->optTurnMonitorOFF, NightMonitorOff);
+    NightMonitorOff = config->optTurnMonitorOFF->isChecked();
     NightStartZone = vb::Wrap16(config->GetNightModeSetting(0));
     NightEndZone = vb::Wrap16(config->GetNightModeSetting(1));
-    BugLog(QStringLiteral("Night Mode .... enabled = ") + Bool(NightModeEnabled));
+    BugLog(QStringLiteral("Night Mode .... enabled = ") + prefs::BoolText(NightModeEnabled));
     BugLog(QStringLiteral("      start zone = ") + QString::number(NightStartZone));
     BugLog(QStringLiteral("        end zone = ") + QString::number(NightEndZone));
-    BugLog(QStringLiteral("     monitor off = ") + Bool(NightMonitorOff));
+    BugLog(QStringLiteral("     monitor off = ") + prefs::BoolText(NightMonitorOff));
     // The end zone is the quarter-hour at which the show resumes, so it is never night.
     auto markNight = [this](int from, int to) {
         for (int zone = std::max(from, 0); zone <= to && zone < static_cast<int>(NightZone.size());

@@ -5,6 +5,7 @@
 #include "app/VbNumbers.h"
 #include "lists/ImageEntry.h"
 #include "platform/Random.h"
+#include "prefs/PrefsTable.h"
 #include "show/frmSlideShow.h"
 
 #include <algorithm>
@@ -14,10 +15,6 @@ namespace {
 const QString kUndrawn = QStringLiteral("xxxx");
 const QString kNoImages = QStringLiteral("no images");
 const QString kExit = QStringLiteral("exit");
-
-QString TrueFalse(bool value) {
-    return value ? QStringLiteral("True") : QStringLiteral("False");
-}
 
 // A random position in a list of that many items: Int(count * Rnd), the draw made first.
 int RandomIndex(int count) {
@@ -63,9 +60,9 @@ void frmSlideShow::ChooseNextImage(int numberOfImagesToAdd, bool randomImages, b
 
     BugLog(QStringLiteral("Choose Next Image(s) ...."));
     BugLog(QStringLiteral("   NumberOfImagesToAdd = ") + QString::number(numberOfImagesToAdd));
-    BugLog(QStringLiteral("         Random Images = ") + TrueFalse(randomImages));
-    BugLog(QStringLiteral("        Random Folders = ") + TrueFalse(randomFolders));
-    BugLog(QStringLiteral("         NewFolderOnly = ") + TrueFalse(newFolderOnly));
+    BugLog(QStringLiteral("         Random Images = ") + prefs::BoolText(randomImages));
+    BugLog(QStringLiteral("        Random Folders = ") + prefs::BoolText(randomFolders));
+    BugLog(QStringLiteral("         NewFolderOnly = ") + prefs::BoolText(newFolderOnly));
     BugLog(QStringLiteral("   Images in Imagelist = ") + QString::number(ImageList.count()));
 
     for (int n = 0; n < numberOfImagesToAdd; ++n) {

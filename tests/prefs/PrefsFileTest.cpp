@@ -245,15 +245,6 @@ TEST_F(PrefsFile, KeysAreExactFieldsAreTrimmedAndTheLastWins) {
     EXPECT_EQ(config->txtCrossfadeTime->text(), QStringLiteral("0.5"));
 }
 
-TEST_F(PrefsFile, ABadTruthValueEndsTheReadingWithWhatWasGathered) {
-    Write("INTERVAL,9\r\n"
-          "RANDOMSOUND,Maybe\r\n"
-          "CROSSFADETIME,7\r\n");
-    Reload();
-    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("9"));
-    EXPECT_EQ(config->txtCrossfadeTime->text(), QStringLiteral("4"));
-}
-
 TEST_F(PrefsFile, NightModeWantsANumberInItsFirstField) {
     Write("NIGHT MODE,yes,10,20,False\r\nINTERVAL,9\r\n");
     Reload();
@@ -277,8 +268,8 @@ TEST_F(PrefsFile, NightModeWantsANumberInItsFirstField) {
     EXPECT_EQ(config->lblTime[0]->text(), QStringLiteral("2:30 am"));
 }
 
-// A value the control cannot hold ends the reading as a bad word does, whatever its size.
-TEST_F(PrefsFile, ValuesOutOfTheirControlsRangeEndTheReading) {
+// A value the control cannot hold ends the reading, keeping what came before it.
+TEST_F(PrefsFile, ValuesTheControlsCannotHoldEndTheReading) {
     struct Row {
         const char* line;
         bool readOn;
@@ -291,11 +282,12 @@ TEST_F(PrefsFile, ValuesOutOfTheirControlsRangeEndTheReading) {
           Row{"LAYOUT,3,1,5", false}, Row{"LAYOUT,1e10,1,5", false}, Row{"LAYOUT,0,1,1e39", false},
           Row{"CAPTIONCONTENT,2,1,1,1,1,1,1,1", false}, Row{"CAPTIONPOSITIONA,7", false},
           Row{"STACKIMAGES,1e10", true}}) {
-        Write(QByteArray(row.line) + "\r\nINTERVAL,9\r\n");
+        Write("CROSSFADETIME,7\r\n" + QByteArray(row.line) + "\r\nINTERVAL,9\r\n");
         Reload();
         EXPECT_EQ(config->txtImageInterval->text(),
                   row.readOn ? QStringLiteral("9") : QStringLiteral("5"))
             << row.line;
+        EXPECT_EQ(config->txtCrossfadeTime->text(), QStringLiteral("7")) << row.line;
     }
     EXPECT_EQ(config->txtMaxStackedImages->text(), QStringLiteral("10000000000"));
 }
