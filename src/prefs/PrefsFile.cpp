@@ -79,12 +79,12 @@ Field Idx(QComboBox* combo, int initial, bool factory = true) {
 }
 
 Field Text(QLineEdit* box, const QString& initial, bool factory = true, Kind kind = Kind::Text) {
-    return {kind,
-            [box] { return box->text(); },
-            [box](const QString& t) { box->setText(t); },
-            initial,
-            factory,
-            {box}};
+    return Make(
+        kind, initial, factory, {box}, [box] { return box->text(); },
+        [box, kind](const QString& t) {
+            // The one number that passes through a whole number on reading: junk becomes "0".
+            box->setText(kind == Kind::Number ? prefs::ToNumberText(t) : t);
+        });
 }
 
 Field Option(QRadioButton* on, QRadioButton* other, bool initial) {
@@ -382,9 +382,6 @@ prefs::Table frmConfig::BuildPrefsTable() {
     line(blank);
     row(Plain(QStringLiteral("STACKIMAGES"),
               {Text(txtMaxStackedImages, QStringLiteral("4"), true, Kind::Number)}));
-    t.back().row->fields[0].set = [this](const QString& text) {
-        txtMaxStackedImages->setText(prefs::ToNumberText(text));
-    };
     row(Plain(QStringLiteral("STOPSTACKIFPANO"), {Chk(chkStopStackIfPano, 1, false)}));
     row(Plain(QStringLiteral("WHITEBORDER"),
               {Chk(chkAddWhiteBorder, 0, false), Colour(cmdBorderColour, 0x404040, false),
