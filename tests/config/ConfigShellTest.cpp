@@ -3,9 +3,11 @@
 #include "platform/Endpoints.h"
 #include "platform/Shell.h"
 
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QUrl>
 
 namespace {
 
@@ -248,6 +250,28 @@ TEST_F(ConfigShell, HelpFallsBackToTheWebWhenTheFileIsMissing) {
     EXPECT_EQ(messages[0].title, QStringLiteral("(please connect to the internet if you are not "
                                                 "already connected)"));
     EXPECT_EQ(opened, platform::OnlineHelpUrl());
+}
+
+TEST_F(ConfigShell, HelpOpensTheInstalledPageWithoutAWord) {
+    ASSERT_TRUE(QDir(install.path()).mkpath(QStringLiteral("Help")));
+    const QString page = install.filePath(QStringLiteral("Help/index.html"));
+    {
+        QFile f(page);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("<!DOCTYPE html>\n<title>Tessaview Help</title>\n");
+    }
+    QStringList opened;
+    platform::SetShellLauncher([&](const QString& target) {
+        opened.append(target);
+        return 42;
+    });
+    config->cmdHelp_Click();
+    platform::SetShellLauncher(nullptr);
+    EXPECT_TRUE(messages.empty());
+    ASSERT_EQ(opened.size(), 1);
+    const QUrl url(opened[0]);
+    EXPECT_TRUE(url.isLocalFile()) << opened[0].toStdString();
+    EXPECT_EQ(url.toLocalFile(), page);
 }
 
 TEST_F(ConfigShell, DraggingTheSurfaceMovesTheWindow) {

@@ -1,7 +1,11 @@
 #include "XSession.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSettings>
+#include <QTemporaryDir>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
@@ -128,6 +132,24 @@ void ClickInConfig(XSession& x, int left, int fromBottom, int height) {
            QStringLiteral("click"), QStringLiteral("1")});
 }
 
+// A stand-in for the desktop's opener, first in the program's PATH: it writes what it was asked
+// to open into record, under another name first so that the test never reads half of it.
+QProcessEnvironment WithFakeOpener(const QTemporaryDir& bin, const QString& record) {
+    const QString opener = bin.filePath(QStringLiteral("xdg-open"));
+    QFile script(opener);
+    if (script.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        script.write(
+            QStringLiteral("#!/bin/sh\nprintf '%s\\n' \"$@\" >'%1.part'\nmv '%1.part' '%1'\n")
+                .arg(record)
+                .toUtf8());
+    script.close();
+    QFile::setPermissions(opener, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QProcessEnvironment env;
+    env.insert(QStringLiteral("PATH"),
+               bin.path() + QLatin1Char(':') + qEnvironmentVariable("PATH"));
+    return env;
+}
+
 } // namespace
 
 TEST_F(EndToEnd, SettingsWindowOkWritesThePreferencesAndEnds) {
@@ -152,4 +174,44 @@ TEST_F(EndToEnd, SettingsWindowWithoutASwitchCancelsWithoutWriting) {
     ASSERT_TRUE(Ended(config, 30s));
     EXPECT_EQ(config->exitCode(), 0);
     EXPECT_FALSE(QFile::exists(x->installDir() + QStringLiteral("/TView_Prefs.txt")));
+}
+
+TEST_F(EndToEnd, HelpButtonAsksTheDesktopToOpenTheInstalledPage) {
+    ASSERT_TRUE(QDir(x->installDir()).mkpath(QStringLiteral("Help")));
+    const QString page = x->installDir() + QStringLiteral("/Help/index.html");
+    {
+        QFile f(page);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("<!DOCTYPE html>\n<title>Tessaview Help</title>\n");
+    }
+    QTemporaryDir bin;
+    ASSERT_TRUE(bin.isValid());
+    const QString record = bin.filePath(QStringLiteral("opened.txt"));
+
+    QProcess* config = x->start({QStringLiteral("/c")}, WithFakeOpener(bin, record));
+    ASSERT_TRUE(WaitFor([&] { return x->countWindows(kConfigTitle, true) == 1; }, 60s));
+    const QSize size = x->windowSize(x->findWindow(kConfigTitle, true));
+    // Help stands at the right end of the row above OK and Cancel.
+    ClickInConfig(*x, 412, 65, size.height());
+    ASSERT_TRUE(WaitFor([&] { return QFile::exists(record); }, 30s))
+        << "the program asked the desktop to open nothing";
+
+    QFile asked(record);
+    ASSERT_TRUE(asked.open(QIODevice::ReadOnly));
+    const QStringList arguments =
+        QString::fromUtf8(asked.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(arguments.size(), 1) << arguments.join(QLatin1Char(' ')).toStdString();
+    const QUrl url(arguments[0]);
+    const QString opened = url.isLocalFile() ? url.toLocalFile() : arguments[0];
+    EXPECT_EQ(QFileInfo(opened).canonicalFilePath(), QFileInfo(page).canonicalFilePath())
+        << arguments[0].toStdString();
+    // With the page at hand there is no word of falling back to the web.
+    EXPECT_EQ(x->countWindows(QStringLiteral("(please connect to the internet if you are not "
+                                             "already connected)"),
+                              false),
+              0);
+
+    ClickInConfig(*x, 412, 29, size.height());
+    ASSERT_TRUE(Ended(config, 30s));
+    EXPECT_EQ(config->exitCode(), 0);
 }

@@ -82,12 +82,13 @@ void XSession::writeStore(const QString& iniText) {
     if (f.open(QIODevice::WriteOnly | QIODevice::Truncate)) f.write(iniText.toUtf8());
 }
 
-QProcess* XSession::start(const QStringList& args) {
+QProcess* XSession::start(const QStringList& args, const QProcessEnvironment& extra) {
     auto p = std::make_unique<QProcess>();
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("DISPLAY"), display_);
     env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     env.insert(QStringLiteral("XDG_CONFIG_HOME"), config_.path());
+    env.insert(extra);
     p->setProcessEnvironment(env);
     p->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     p->start(QStringLiteral(TESSAVIEW_BINARY), args);

@@ -23,8 +23,10 @@ public:
     QString storeFile() const;
     void writeStore(const QString& iniText);
 
-    // Starts the program with these arguments against this server.
-    QProcess* start(const QStringList& args);
+    // Starts the program with these arguments against this server; values in extra replace
+    // those of the test's own environment.
+    QProcess* start(const QStringList& args,
+                    const QProcessEnvironment& extra = QProcessEnvironment());
     // Runs a helper command (xdotool...) against this server and waits for it.
     int run(const QString& program, const QStringList& args);
 
