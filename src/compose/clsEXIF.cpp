@@ -15,7 +15,7 @@
 
 namespace {
 
-// The signature sits well inside this for every camera we know; see the class comment.
+// One small read a picture; see the class comment.
 constexpr qint64 kReadWindow = 4096;
 
 constexpr long kExifOffset = 34665;
@@ -27,8 +27,7 @@ struct KnownTag {
     const char* name;
 };
 
-// Row order matters only to GetTagName's search; it is the order the tags were listed in when
-// the reader was written.
+// The tags the reader names; any other shows as "Tag #<number>".
 constexpr std::array<KnownTag, 54> kTagTable{{
     {270, "ImageDescription"},
     {271, "Make"},
@@ -100,8 +99,8 @@ bool IsOneOf(long tag, std::initializer_list<long> tags) {
     return std::find(tags.begin(), tags.end(), tag) != tags.end();
 }
 
-// A number as the old string conversion wrote it: whole numbers without a point, fractions
-// with up to 15 significant digits.
+// Whole numbers without a point (a 32-bit count must not turn into "4.29e+09"), fractions with
+// up to 15 significant digits.
 QString NumberText(double value) {
     if (!std::isfinite(value)) return QString();
     if (value == std::floor(value) && std::fabs(value) < 1e15)
@@ -109,9 +108,9 @@ QString NumberText(double value) {
     return QString::number(value, 'g', 15);
 }
 
-// The display formats "0", "0.0" and "0.000": halves go away from zero, as they always did
-// in these texts. A value too large to show (an exposure of 1/0, 2 to a huge power) shows as
-// nothing rather than as "inf".
+// The display formats "0", "0.0" and "0.000", with halves going away from zero (an f-number
+// of 5.65 shows as 5.7). A value too large to show (an exposure of 1/0, 2 to a huge power)
+// shows as nothing rather than as "inf".
 QString FormatFixed(double value, int decimals) {
     const double scale = std::pow(10.0, decimals);
     const double scaled = std::round(value * scale);
@@ -190,6 +189,7 @@ std::optional<double> clsEXIF::ReadIFD(std::int64_t tiffStart, double offset, lo
     const std::optional<double> count = ReadUnsigned(data_, pos, 2);
     if (!count) return answer;
     pos += 2;
+    // Only entries actually read are kept: a count the window cannot hold leaves no blanks.
     for (int i = 0; i < static_cast<int>(*count); ++i, pos += 12) {
         // The rest of the directory lies beyond the window.
         if (pos + 12 > data_.size()) break;
@@ -292,6 +292,7 @@ void clsEXIF::DecodeTagValue(TagEntry& entry, std::int64_t tiffStart, std::int64
             static const std::array<const char*, 7> kChannels{"", "Y", "Cb", "Cr", "R", "G", "B"};
             for (qsizetype i = 0; i < std::min<qsizetype>(4, raw.size()); ++i) {
                 const auto channel = static_cast<unsigned char>(raw[i]);
+                // A code the list does not know adds nothing.
                 if (channel < kChannels.size()) text += QLatin1String(kChannels[channel]);
             }
         } else if (tag == 41728 || tag == 41729) {
