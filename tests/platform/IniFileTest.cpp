@@ -1,0 +1,56 @@
+#include "platform/IniFile.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(IniFile, LooksUpSectionsAndKeysWhateverTheirCase) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString path = dir.filePath(QStringLiteral("exif.ini"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("\xEF\xBB\xBF"
+               "orphan=outside any section\r\n"
+               "[Flash]\r\n"
+               "; 1=commented out\r\n"
+               "  1  =  Fired  \r\n"
+               "Format=@X flash\n"
+               "no equals sign\n"
+               "=nameless\n"
+               "[ Orientation ]\n"
+               "6=Rotate 90\n"
+               "[flash]\n"
+               "1=second section loses\n"
+               "16=Off, \xC3\xA9teint\n");
+    file.close();
+    struct Row {
+        const char* section;
+        const char* key;
+        const char* value;
+    };
+    const Row rows[] = {
+        {"Flash", "1", "Fired"},
+        {"FLASH", "format", "@X flash"},
+        {"flash", "16", "Off, \xC3\xA9teint"},
+        {"Orientation", "6", "Rotate 90"},
+        {"Flash", "2", ""},
+        {"Make", "1", ""},
+        {"Flash", "", ""},
+        {"", "orphan", ""},
+        {"Flash", "no equals sign", ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.section) + "/" + row.key);
+        EXPECT_EQ(platform::ReadPrivateProfileString(QString::fromUtf8(row.section),
+                                                     QString::fromUtf8(row.key), path),
+                  QString::fromUtf8(row.value));
+    }
+    EXPECT_EQ(platform::ReadPrivateProfileString(QStringLiteral("Flash"), QStringLiteral("1"),
+                                                 dir.filePath(QStringLiteral("absent.ini"))),
+              QString());
+}
+
+} // namespace
