@@ -5,7 +5,7 @@ set -euo pipefail
 PACKAGES=(
     build-essential cmake pkg-config git
     qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev qt6-qpa-plugins
-    libfreeimage-dev libgtest-dev libxext-dev libxcb1-dev libx11-dev libgl-dev
+    libfreeimage-dev libturbojpeg0-dev libgtest-dev libxext-dev libxcb1-dev libx11-dev libgl-dev
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     fonts-dejavu-core
     xvfb xauth xdotool x11-utils x11-xserver-utils imagemagick

@@ -3,6 +3,8 @@
 #include "app/DebugLog.h"
 #include "app/Forms.h"
 #include "app/TaggedStringList.h"
+#include "compose/FrameImage.h"
+#include "compose/clsEXIF.h"
 #include "platform/FileListing.h"
 #include "prefs/ShowPrefs.h"
 
@@ -17,6 +19,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <memory>
 
 class VbTimer;
 
@@ -79,6 +82,13 @@ public:
     void PrepScreen();
 
     // --- Composition -------------------------------------------------------------------
+    // Loads the head of ShowList: an internal picture, or a file (a large JPEG only measured,
+    // see FrameImage). ok is false for anything that cannot be shown.
+    void LoadNextImageIntoDIB(FrameImage& imageDIB, bool& noMask, bool& ok);
+    void GetEXIFOrientation(const QString& path, int& orientation);
+    void ApplyEXIFOrientationToDIB(dib::Dib& dib, int orientation, bool& ok);
+    // The program's own pictures; 0 is the logo.
+    static QImage InternalImage(int index);
     void FadePanelToBlack();
     void AssembleCanvas(int layout);
     void NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int areaW, int areaH, int placeX,
@@ -149,6 +159,13 @@ public:
     bool JumpRequested = false;
     bool JumpPending = false;
     bool LoadingImage = false;
+    // The image being composed: its size, and how it was stored (1 upright, 2 to 8 turned or
+    // mirrored).
+    int imageW = 0;
+    int imageH = 0;
+    int EXIFOrientation = 1;
+    // Made on first use and kept for the show.
+    std::unique_ptr<clsEXIF> EXIFReader;
     std::int16_t FrameCounter = 0;
     double ImagesShown = -1.0;
     std::int16_t CurrentFrameSlot = 0;
