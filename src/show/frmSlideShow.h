@@ -7,6 +7,7 @@
 #include "compose/clsEXIF.h"
 #include "platform/FileListing.h"
 #include "prefs/ShowPrefs.h"
+#include "show/MonitorLayout.h"
 
 #include <FreeImage.h>
 #include <QColor>
@@ -21,11 +22,15 @@
 #include <functional>
 #include <memory>
 
+class QPixmap;
 class VbTimer;
 
 // The full-screen show: its cycle, its flags and everything one show owns. Unloading the form
 // ends the show's state; the next show starts from a fresh object.
-class frmSlideShow : public QWidget, public FormSingleton<frmSlideShow>, public ShowPrefs {
+class frmSlideShow : public QWidget,
+                     public FormSingleton<frmSlideShow>,
+                     public ShowPrefs,
+                     public monitors::MonitorTables {
     Q_OBJECT
 public:
     frmSlideShow();
@@ -78,8 +83,26 @@ public:
     void HoldPhoto();
 
     // --- Monitors ----------------------------------------------------------------------
+    // The screens as the desktop has them now, and the report of them for the log.
+    QString GetMonitorInfo(monitors::MonitorInfo& info);
     void GetScreenSize();
+    void TestMode(std::int16_t mode);
     void PrepScreen();
+    void SetFadersToMonitor(int monitor);
+    // What the show's window shows on that monitor (0: the whole form).
+    void GrabMonitorArea(int monitor, QPixmap& picture);
+    // Settles NextMonitorSet, CurrentMonitor and the Frame rectangle for an image of that size;
+    // height is clamped to the monitor's when the image is a horizontal panorama.
+    void SetMonitorAndLimits(int width, int& height);
+
+    // --- Sizes ---------------------------------------------------------------------------
+    // The size the image will have on its frame; sets ImageFillsScreen and the frame's
+    // ImageSizeText. orientation is not used: the image has already been turned.
+    void NewDimensions(FIBITMAP* imageDIB, int targetW, int targetH, bool ignoreAR, bool forceFit,
+                       int orientation, int& newW, int& newH, bool& needResize);
+    void NextDIBIsAnHPano(int w, int& h, int screenW, int screenH, bool& isPano);
+    void NextDIBIsAVPano(int w, int& h, int screenW, int screenH, bool& isPano);
+    void GetOffsetsIfSmaller(int imageW, int imageH, int canvasW, int canvasH, int& Px, int& Py);
 
     // --- Composition -------------------------------------------------------------------
     // Loads the head of ShowList: an internal picture, or a file (a large JPEG only measured,
@@ -220,9 +243,21 @@ public:
     // This show took up the pool the last one left; nothing depends on it yet.
     bool ResumedFromRemainingList = false;
 
-    // Geometry of the show, in pixels.
-    int FormLeft = 0, FormTop = 0, FormWidth = 0, FormHeight = 0;
-    int CaptionLeft = 0, CaptionTop = 0, CaptionWidth = 0, CaptionHeight = 0;
+    // The monitor tables and the form's and caption area's rectangles come with
+    // monitors::MonitorTables; NextMonitorSet is the monitor slot of the frame being built.
+
+    // The last monitor that had its turn; the turns go on from it even when a panorama took
+    // the whole surface.
+    std::int16_t CurrentMonitor = 0;
+    // The rectangle of the frame being built, relative to the form; its size is the resize
+    // target of a Normal frame.
+    int FrameLeft = 0, FrameTop = 0, FrameWidth = 0, FrameHeight = 0;
+    // Layout of the frame being built: 0 Normal, 1 Image Stack, 2 Four Up.
+    std::int16_t Layout = 0;
+    // The resized image covers its whole monitor slot: no background, no shadow.
+    bool ImageFillsScreen = false;
+    // "<w> x <h>" of each frame's image as loaded, by frame slot.
+    std::array<QString, 2> ImageSizeText;
 
     // --- Controls ----------------------------------------------------------------------
     QLabel* Backdrop = nullptr;

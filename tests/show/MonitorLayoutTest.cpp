@@ -1,0 +1,258 @@
+#include "show/MonitorLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using monitors::MonitorTables;
+using monitors::ScreenInfo;
+
+ScreenInfo Screen(int left, int top, int width, int height, bool primary = false) {
+    ScreenInfo s;
+    s.left = left;
+    s.top = top;
+    s.width = width;
+    s.height = height;
+    s.primary = primary;
+    s.depth = 24;
+    s.refresh = 60.0;
+    return s;
+}
+
+MonitorTables Layout(const std::vector<ScreenInfo>& screens, bool multi, bool minHeight = false) {
+    return monitors::ScreenLayout(monitors::GetMonitorInfo(screens), multi, minHeight);
+}
+
+struct Rect {
+    int l, t, w, h;
+    bool operator==(const Rect&) const = default;
+};
+std::ostream& operator<<(std::ostream& os, const Rect& r) {
+    return os << r.l << "," << r.t << " " << r.w << "x" << r.h;
+}
+Rect Slot(const MonitorTables& t, int i) {
+    const auto s = static_cast<std::size_t>(i);
+    return {t.MonitorLeft[s], t.MonitorTop[s], t.MonitorWidth[s], t.MonitorHeight[s]};
+}
+
+struct LayoutRow {
+    const char* what;
+    std::vector<ScreenInfo> screens;
+    bool multi, minHeight;
+    Rect form, slot0, slot1, slot2, caption;
+    int active, primary, bandTop, bandHeight;
+};
+
+class ScreenLayoutRows : public ::testing::TestWithParam<LayoutRow> {};
+
+TEST_P(ScreenLayoutRows, DerivesTheTables) {
+    const LayoutRow& r = GetParam();
+    const MonitorTables t = Layout(r.screens, r.multi, r.minHeight);
+    EXPECT_EQ((Rect{t.FormLeft, t.FormTop, t.FormWidth, t.FormHeight}), r.form) << r.what;
+    EXPECT_EQ(Slot(t, 0), r.slot0) << r.what;
+    EXPECT_EQ(Slot(t, 1), r.slot1) << r.what;
+    EXPECT_EQ(Slot(t, 2), r.slot2) << r.what;
+    EXPECT_EQ((Rect{t.CaptionLeft, t.CaptionTop, t.CaptionWidth, t.CaptionHeight}), r.caption)
+        << r.what;
+    EXPECT_EQ(t.ActiveMonitors, r.active) << r.what;
+    EXPECT_EQ(t.PrimaryMonitor, r.primary) << r.what;
+    EXPECT_EQ(t.MinHeightTop, r.bandTop) << r.what;
+    EXPECT_EQ(t.MinHeight, r.bandHeight) << r.what;
+    for (int i = 1; i <= monitors::MaxMonitors; ++i) {
+        EXPECT_GE(t.MonitorLeft[static_cast<std::size_t>(i)], 0) << r.what << " slot " << i;
+        EXPECT_GE(t.MonitorTop[static_cast<std::size_t>(i)], 0) << r.what << " slot " << i;
+    }
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Examples, ScreenLayoutRows, ::testing::Values(
+    LayoutRow{"one monitor with multi on", {Screen(0, 0, 1920, 1080, true)}, true, false,
+              {0, 0, 1920, 1080}, {0, 0, 1920, 1080}, {0, 0, 1920, 1080}, {0, 0, 0, 0}, {0, 0, 1920, 1080}, 1, 1, 0, 0},
+    LayoutRow{"a monitor left of the primary", {Screen(0, 0, 1920, 1080, true), Screen(-1280, 100, 1280, 1024)}, true, false,
+              {-1280, 0, 3200, 1124}, {0, 0, 3200, 1124}, {1280, 0, 1920, 1080}, {0, 100, 1280, 1024}, {1280, 0, 1920, 1080}, 2, 1, 0, 0},
+    LayoutRow{"the primary listed second", {Screen(0, 0, 1024, 768), Screen(1024, 0, 1280, 1024, true)}, true, false,
+              {0, 0, 2304, 1024}, {0, 0, 2304, 1024}, {0, 0, 1024, 768}, {1024, 0, 1280, 1024}, {1024, 0, 1280, 1024}, 2, 2, 0, 0},
+    LayoutRow{"different heights share a band", {Screen(0, 0, 1024, 768, true), Screen(1024, 100, 800, 600)}, true, true,
+              {0, 0, 1824, 768}, {0, 0, 1824, 768}, {0, 0, 1024, 768}, {1024, 100, 800, 600}, {0, 0, 1024, 768}, 2, 1, 100, 600},
+    LayoutRow{"band above the desktop's top", {Screen(0, 50, 1024, 768, true), Screen(1024, 0, 800, 1200)}, true, true,
+              {0, 0, 1824, 1200}, {0, 0, 1824, 1200}, {0, 50, 1024, 768}, {1024, 0, 800, 1200}, {0, 50, 1024, 768}, 2, 1, 50, 768},
+    LayoutRow{"multi off takes the primary alone", {Screen(0, 0, 1024, 768, true), Screen(1024, 0, 800, 600)}, false, true,
+              {0, 0, 1024, 768}, {0, 0, 1024, 768}, {0, 0, 1024, 768}, {1024, 0, 800, 600}, {0, 0, 1024, 768}, 2, 1, 0, 768},
+    LayoutRow{"multi off with the primary on the right", {Screen(0, 0, 1024, 768), Screen(1024, 0, 800, 600, true)}, false, false,
+              {1024, 0, 800, 600}, {0, 0, 800, 600}, {0, 0, 1024, 768}, {1024, 0, 800, 600}, {0, 0, 800, 600}, 2, 2, 0, 600},
+    LayoutRow{"no screens leave the form without a size", {}, true, true,
+              {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, 0, 0, 0, 0}));
+// clang-format on
+
+TEST(ScreenLayout, UsesAtMostFourScreens) {
+    std::vector<ScreenInfo> screens;
+    for (int i = 0; i < 6; ++i)
+        screens.push_back(Screen(i * 100, 0, 100, 100, i == 0));
+    const MonitorTables t = Layout(screens, true);
+    EXPECT_EQ(t.ActiveMonitors, 4);
+    EXPECT_EQ(t.FormWidth, 400);
+    EXPECT_EQ(Slot(t, 4), (Rect{300, 0, 100, 100}));
+}
+
+TEST(ScreenLayout, ReportsEachScreenOnALine) {
+    ScreenInfo a = Screen(0, 0, 1024, 768, true);
+    a.name = QStringLiteral("HDMI-1");
+    a.model = QStringLiteral("Acme View 19");
+    ScreenInfo b = Screen(1024, 0, 800, 600);
+    b.name = QStringLiteral("DP-2");
+    b.depth = 32;
+    b.refresh = 59.95;
+    ScreenInfo c = Screen(1824, 0, 640, 480);
+    const monitors::MonitorInfo info = monitors::GetMonitorInfo({a, b, c});
+    EXPECT_EQ(
+        info.report,
+        QStringLiteral("1. HDMI-1 on Acme View 19 primary, 0,0 - 1024 x 768 @ 24-bit - 60 Hz\n"
+                       "2. DP-2 on DP-2 1024,0 - 800 x 600 @ 32-bit - 59.95 Hz\n"
+                       "3. Default Monitor on Default Monitor 1824,0 - 640 x 480 @ 24-bit - "
+                       "60 Hz"));
+    EXPECT_EQ(info.primary, 1);
+    EXPECT_EQ(info.minLeft, 0);
+    EXPECT_EQ(info.maxRight, 2464);
+}
+
+TEST(TestMode, ModeZeroChangesNothingAndModeFourHasTheBand) {
+    const MonitorTables found = Layout({Screen(0, 0, 1920, 1080, true)}, true);
+    MonitorTables t = found;
+    monitors::TestMode(t, 0);
+    EXPECT_EQ(Slot(t, 0), Slot(found, 0));
+    EXPECT_EQ(t.FormWidth, 1920);
+    EXPECT_EQ(t.ActiveMonitors, 1);
+
+    monitors::TestMode(t, 4);
+    EXPECT_EQ((Rect{0, 0, t.FormWidth, t.FormHeight}), (Rect{0, 0, 1400, 600}));
+    EXPECT_EQ(Slot(t, 1), (Rect{0, 0, 800, 600}));
+    EXPECT_EQ(Slot(t, 2), (Rect{800, 40, 600, 560}));
+    EXPECT_EQ(t.MinHeightTop, 40);
+    EXPECT_EQ(t.MinHeight, 560);
+    EXPECT_EQ(t.ActiveMonitors, 2);
+
+    monitors::TestMode(t, 2);
+    EXPECT_EQ(Slot(t, 0), (Rect{0, 0, 1400, 525}));
+    EXPECT_EQ(Slot(t, 2), (Rect{700, 0, 700, 525}));
+    EXPECT_FALSE(t.MonitorEnabled[3]);
+
+    monitors::TestMode(t, 3);
+    EXPECT_EQ(t.ActiveMonitors, 3);
+    EXPECT_EQ(Slot(t, 3).l + Slot(t, 3).w, 1400);
+    EXPECT_EQ(Slot(t, 1).h, 350);
+}
+
+TEST(MonitorTurns, SkipMonitorsThatAreNotEnabled) {
+    std::array<bool, 5> enabled{false, true, false, true, false};
+    std::int16_t m = 0;
+    std::vector<int> turns;
+    for (int i = 0; i < 4; ++i)
+        turns.push_back(m = monitors::NextMonitorInTurn(m, enabled));
+    EXPECT_EQ(turns, (std::vector<int>{1, 3, 1, 3}));
+    // Wrapping from the last slot.
+    EXPECT_EQ(monitors::NextMonitorInTurn(4, {false, false, true, false, true}), 2);
+    EXPECT_EQ(monitors::NextMonitorInTurn(1, {false, true, false, false, false}), 1);
+}
+
+monitors::MonitorChoiceRequest PerScreen(std::int16_t current, int w, int h,
+                                         std::int16_t layout = monitors::NormalLayout) {
+    monitors::MonitorChoiceRequest r;
+    r.currentMonitor = current;
+    r.multiMonitors = true;
+    r.imagePerScreen = true;
+    r.layout = layout;
+    r.width = w;
+    r.height = h;
+    return r;
+}
+
+TEST(ChooseMonitorSet, TurnsGoOverTheEnabledMonitorsOnly) {
+    MonitorTables t = Layout(
+        {Screen(0, 0, 1024, 768, true), Screen(1024, 0, 1024, 768), Screen(2048, 0, 800, 600)},
+        true);
+    t.MonitorEnabled[2] = false;
+    std::int16_t current = 0;
+    std::vector<int> sets;
+    for (int i = 0; i < 4; ++i) {
+        const monitors::MonitorChoice c =
+            monitors::ChooseMonitorSet(t, PerScreen(current, 800, 600));
+        current = c.currentMonitor;
+        sets.push_back(c.monitorSet);
+    }
+    EXPECT_EQ(sets, (std::vector<int>{1, 3, 1, 3}));
+    const monitors::MonitorChoice c = monitors::ChooseMonitorSet(t, PerScreen(1, 800, 600));
+    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
+              (Rect{2048, 0, 800, 600}));
+    EXPECT_TRUE(c.log.contains(QStringLiteral(" ... the next monitor is  3")));
+}
+
+TEST(ChooseMonitorSet, APanoramaInNormalLayoutSpreadsAndTheTurnsGoOn) {
+    const MonitorTables t =
+        Layout({Screen(0, 0, 1024, 768, true), Screen(1024, 0, 1024, 768)}, true);
+    monitors::MonitorChoice c = monitors::ChooseMonitorSet(t, PerScreen(0, 800, 600));
+    EXPECT_EQ(c.monitorSet, 1);
+    c = monitors::ChooseMonitorSet(t, PerScreen(c.currentMonitor, 3000, 800));
+    EXPECT_TRUE(c.isPano);
+    EXPECT_EQ(c.monitorSet, 0);
+    EXPECT_EQ(c.currentMonitor, 2);
+    EXPECT_EQ(c.height, 768);
+    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
+              (Rect{0, 0, 2048, 768}));
+    c = monitors::ChooseMonitorSet(t, PerScreen(c.currentMonitor, 800, 600));
+    EXPECT_EQ(c.monitorSet, 1);
+}
+
+struct PanoLayoutRow {
+    const char* what;
+    std::int16_t layout;
+    bool stopStack;
+    int expSet;
+};
+
+class PanoLayoutRows : public ::testing::TestWithParam<PanoLayoutRow> {};
+
+TEST_P(PanoLayoutRows, DecideWhereAPanoramaGoes) {
+    const PanoLayoutRow& r = GetParam();
+    const MonitorTables t =
+        Layout({Screen(0, 0, 1024, 768, true), Screen(1024, 0, 1024, 768)}, true);
+    monitors::MonitorChoiceRequest q = PerScreen(1, 3000, 800, r.layout);
+    q.stopStackIfPano = r.stopStack;
+    EXPECT_EQ(monitors::ChooseMonitorSet(t, q).monitorSet, r.expSet) << r.what;
+    // An ordinary image always takes its turn.
+    q.width = 800;
+    q.height = 600;
+    EXPECT_EQ(monitors::ChooseMonitorSet(t, q).monitorSet, 2) << r.what;
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Layouts, PanoLayoutRows, ::testing::Values(
+    PanoLayoutRow{"normal", monitors::NormalLayout, true, 0},
+    PanoLayoutRow{"stack that stops", monitors::StackLayout, true, 0},
+    PanoLayoutRow{"stack that goes on", monitors::StackLayout, false, 2},
+    PanoLayoutRow{"four up", monitors::FourUpLayout, true, 2}));
+// clang-format on
+
+TEST(ChooseMonitorSet, WithoutTurnsTheFrameIsTheWholeSurfaceOrItsBand) {
+    const MonitorTables t =
+        Layout({Screen(0, 0, 1024, 768, true), Screen(1024, 100, 800, 600)}, true, true);
+    monitors::MonitorChoiceRequest q = PerScreen(2, 800, 600);
+    q.imagePerScreen = false;
+    monitors::MonitorChoice c = monitors::ChooseMonitorSet(t, q);
+    EXPECT_EQ(c.monitorSet, 0);
+    EXPECT_EQ(c.currentMonitor, 2);
+    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
+              (Rect{0, 0, 1824, 768}));
+    EXPECT_TRUE(c.log.contains(QStringLiteral("MultiMonitors enabled ... ")));
+
+    q.useMinHeight = true;
+    c = monitors::ChooseMonitorSet(t, q);
+    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
+              (Rect{0, 100, 1824, 600}));
+
+    q.multiMonitors = false;
+    c = monitors::ChooseMonitorSet(t, q);
+    EXPECT_EQ(c.monitorSet, 0);
+    EXPECT_FALSE(c.log.contains(QStringLiteral("MultiMonitors enabled ... ")));
+}
+
+} // namespace
