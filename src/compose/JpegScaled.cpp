@@ -28,7 +28,8 @@ bool ReadSize(const QByteArray& bytes, QSize& size) {
     return w > 0 && h > 0;
 }
 
-dib::Dib DecodeAtLeast(const QByteArray& bytes, QSize minimum) {
+dib::Dib DecodeAtLeast(const QByteArray& bytes, QSize minimum, bool* refused) {
+    if (refused) *refused = false;
     Decompressor tj(tjInitDecompress());
     QSize full;
     if (!tj || !ReadSize(bytes, full)) return nullptr;
@@ -52,8 +53,12 @@ dib::Dib DecodeAtLeast(const QByteArray& bytes, QSize minimum) {
     const int flags = TJFLAG_BOTTOMUP | TJFLAG_STOPONWARNING;
     if (tjDecompress2(tj.get(), reinterpret_cast<const unsigned char*>(bytes.constData()),
                       static_cast<unsigned long>(bytes.size()), FreeImage_GetBits(out.get()), w,
-                      static_cast<int>(FreeImage_GetPitch(out.get())), h, TJPF_BGRA, flags) != 0)
+                      static_cast<int>(FreeImage_GetPitch(out.get())), h, TJPF_BGRA, flags) != 0) {
+        // A warning means damaged data (a file cut short); a fatal error with a good header is
+        // a picture of a kind this decoder does not convert.
+        if (refused) *refused = tjGetErrorCode(tj.get()) == TJERR_FATAL;
         return nullptr;
+    }
     return out;
 }
 

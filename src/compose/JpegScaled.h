@@ -17,7 +17,9 @@ bool ReadSize(const QByteArray& bytes, QSize& size);
 // Decodes to a 32-bit bitmap (alpha 255) at the smallest of the decoder's scales that is still
 // at least minimum in both directions; the full size when none is. Null for data the decoder
 // refuses or that ends early: a truncated photo is a broken photo, not half a picture.
-dib::Dib DecodeAtLeast(const QByteArray& bytes, QSize minimum);
+// refused is set when the data may well be a picture the decoder just does not handle (a
+// colour space it cannot convert), as against a broken one.
+dib::Dib DecodeAtLeast(const QByteArray& bytes, QSize minimum, bool* refused = nullptr);
 
 } // namespace jpeg
 

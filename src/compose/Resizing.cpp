@@ -10,17 +10,16 @@ void LogAll(const QStringList& lines) {
 }
 } // namespace
 
-void frmSlideShow::NewDimensions(FIBITMAP* imageDIB, int targetW, int targetH, bool ignoreAR,
-                                 bool forceFit, int orientation, int& newW, int& newH,
-                                 bool& needResize) {
+void frmSlideShow::NewDimensions(QSize size, int targetW, int targetH, bool ignoreAR, bool forceFit,
+                                 int orientation, int& newW, int& newH, bool& needResize) {
     // The image has been turned by its EXIF orientation before it gets here.
     Q_UNUSED(orientation);
     needResize = false;
     if (ExitShow) return;
 
     resize::SizeRequest request;
-    request.width = imageDIB ? static_cast<int>(FreeImage_GetWidth(imageDIB)) : 0;
-    request.height = imageDIB ? static_cast<int>(FreeImage_GetHeight(imageDIB)) : 0;
+    request.width = size.width();
+    request.height = size.height();
     request.targetW = targetW;
     request.targetH = targetH;
     request.ignoreAR = ignoreAR;
@@ -58,10 +57,10 @@ void frmSlideShow::NextDIBIsAVPano(int w, int& h, int screenW, int screenH, bool
     isPano = result.isPano;
 }
 
-void frmSlideShow::GetOffsetsIfSmaller(int imageW, int imageH, int canvasW, int canvasH, int& Px,
+void frmSlideShow::GetOffsetsIfSmaller(int width, int height, int canvasW, int canvasH, int& Px,
                                        int& Py) {
     const resize::Offsets result = resize::GetOffsetsIfSmaller(
-        imageW, imageH, canvasW, canvasH, NextMonitorSet == 0 && MultiMonUseMinHeight, MinHeightTop,
+        width, height, canvasW, canvasH, NextMonitorSet == 0 && MultiMonUseMinHeight, MinHeightTop,
         MinHeight);
     LogAll(result.log);
     Px = result.x;

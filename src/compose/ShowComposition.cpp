@@ -9,25 +9,6 @@
 #include <QPainter>
 #include <QPixmap>
 
-namespace {
-// The logo centred on a plain ground; the picture a show falls back on.
-QImage LogoFrame(int width, int height, const QColor& ground, double logoShare) {
-    QImage frame(qMax(width, 1), qMax(height, 1), QImage::Format_ARGB32);
-    frame.fill(ground);
-    QImage logo(QStringLiteral(":/logo.png"));
-    if (!logo.isNull()) {
-        QSize target =
-            logo.size().scaled(static_cast<int>(width * logoShare),
-                               static_cast<int>(height * logoShare), Qt::KeepAspectRatio);
-        QPainter p(&frame);
-        p.setRenderHint(QPainter::SmoothPixmapTransform);
-        p.drawImage(
-            QRect(QPoint((width - target.width()) / 2, (height - target.height()) / 2), target),
-            logo);
-    }
-    return frame;
-}
-} // namespace
 
 // STAND-IN until the splash overlays and the real fade exist: the opening frame is the splash
 // on black, put up at once.
@@ -56,36 +37,19 @@ void frmSlideShow::FadePanelToBlack() {
     stamp(pressF1, CaptionTop + CaptionHeight - pressF1.height());
     p.end();
 
-    FIBITMAP* toDIB = dib::ImageToDib(frame);
+    dib::Dib toDIB(dib::ImageToDib(frame));
     if (toDIB) {
         NewCrossfade(toDIB, 0, 0, FormWidth, FormHeight, 0, 0, 0, 1.0);
     } else {
         BugLog(QStringLiteral("error making toDIB in Fade Panel To Black"));
     }
-    dib::Release(toDIB);
     if (!ExitShow) NextChangeTime = platform::Now().addSecs(2);
-}
-
-// STAND-IN until images are loaded and laid out: the next image is drawn from the pool as the
-// layouts will draw it, but every frame shows the internal logo on the background colour,
-// whatever the layout and whatever the image.
-void frmSlideShow::AssembleCanvas(int layout) {
-    Q_UNUSED(layout);
-    StackInProgress = false;
-    FourUpInProgress = false;
-    if (ShowList.isEmpty()) ChooseNextImage(1, RandomImages, RandomFolders, false);
-    if (ShowList.isEmpty()) return;
-    SetStatus2(ShowList.text(0));
-
-    dib::Release(CanvasDIB);
-    CanvasDIB = dib::ImageToDib(LogoFrame(FormWidth, FormHeight, BackgroundColour, 0.6));
-    if (CanvasDIB) NextImageReady = true;
 }
 
 // STAND-IN until the blended fade exists: the new frame replaces the old one at once. What
 // the fade does besides blending is done here: the frame's identity is taken over, the frame
 // slots swap and the next change is timed from now.
-void frmSlideShow::NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int areaW, int areaH,
+void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int areaW, int areaH,
                                 int placeX, int placeY, int monitor, double seconds) {
     Q_UNUSED(seconds);
     Crossfading = true;
@@ -112,14 +76,14 @@ void frmSlideShow::NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int 
     }
     SetStatus(QStringLiteral("Crossfading ... "));
 
-    const QImage frame = dib::DibToImage(sourceDib);
+    const QImage frame = dib::DibToImage(sourceDib.get());
     if (!frame.isNull()) {
         thePhoto->setPixmap(QPixmap::fromImage(frame));
         thePhoto->setGeometry(placeX, placeY, frame.width(), frame.height());
         thePhoto->show();
         thePhoto->repaint();
     }
-    dib::Release(sourceDib);
+    sourceDib.reset();
 
     if (!StartingUp) ImagesShown += 1.0;
     std::swap(CurrentFrameSlot, NextFrameSlot);

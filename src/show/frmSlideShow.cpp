@@ -55,7 +55,7 @@ frmSlideShow::frmSlideShow() {
 
 frmSlideShow::~frmSlideShow() {
     if (filtering_) qApp->removeEventFilter(this);
-    dib::Release(CanvasDIB);
+    CanvasDIB.reset();
 }
 
 void frmSlideShow::beforeUnload() {
@@ -313,49 +313,60 @@ void frmSlideShow::ChangePhotos() {
 }
 
 void frmSlideShow::PrepNextFrame() {
-    LongProcessTimer->setEnabled(true);
-    BugLog(QStringLiteral("Preparing next frame "
-                          "====================================================="
-                          "================"));
-    NextImageReady = false;
-    FrameNote[static_cast<std::size_t>(CurrentFrameSlot)].clear();
-    FrameCounter = NextFrameCounter(FrameCounter);
+    // A frame whose image cannot be shown costs that image only: the next entry is tried, as
+    // often as it takes. Once every entry the show holds has failed in a row, the logo takes
+    // the frame, so that a pool of broken files cannot hold the show in here for ever.
+    int failures = 0;
+    for (;;) {
+        LongProcessTimer->setEnabled(true);
+        BugLog(QStringLiteral("Preparing next frame "
+                              "====================================================="
+                              "================"));
+        NextImageReady = false;
+        FrameNote[static_cast<std::size_t>(CurrentFrameSlot)].clear();
+        FrameCounter = NextFrameCounter(FrameCounter);
 
-    if (ExitShow) return;
+        if (ExitShow) return;
 
-    if (StackInProgress) {
-        AssembleCanvas(1);
-    } else if (FourUpInProgress) {
-        AssembleCanvas(2);
-    } else {
-        const int r = static_cast<int>(vb::Int(platform::Rnd() * 100));
-        BugLog(QStringLiteral("Choosing Layout ... ") + QString::number(r));
-        if (r <= LayoutRange[0])
-            AssembleCanvas(0);
-        else if (r <= LayoutRange[1])
+        if (StackInProgress) {
             AssembleCanvas(1);
-        else if (r <= LayoutRange[2])
+        } else if (FourUpInProgress) {
             AssembleCanvas(2);
-        else
-            AssembleCanvas(0);
+        } else {
+            const int r = static_cast<int>(vb::Int(platform::Rnd() * 100));
+            BugLog(QStringLiteral("Choosing Layout ... ") + QString::number(r));
+            if (r <= LayoutRange[0])
+                AssembleCanvas(0);
+            else if (r <= LayoutRange[1])
+                AssembleCanvas(1);
+            else if (r <= LayoutRange[2])
+                AssembleCanvas(2);
+            else
+                AssembleCanvas(0);
+        }
+
+        if (ExitShow) return;
+
+        if (NextImageReady) {
+            BugLog(QStringLiteral(" Next Image is ready."));
+            BugLog(QStringLiteral(" "));
+            SetStatus(NightOn ? QString() : QStringLiteral("Next image ready"));
+            LongProcessTimer->setEnabled(false);
+            if (!ShowStatus) picBootStatus->setVisible(false);
+            if (JumpPending) FinishJump();
+            return;
+        }
+
+        BugLog(QStringLiteral("STARTING PREPNEXTFRAME OVER AGAIN ... :-( "));
+        ShowList.remove(0);
+        CaptionsList.remove(0);
+        ++failures;
+        if (failures > ImageList.count() + RandomFolderFileList.count() + ShowList.count()) {
+            ShowList.insert(0, QStringLiteral("INTERNAL:0"), 0);
+            CaptionsList.insert(0, QString(), 0);
+            failures = 0;
+        }
     }
-
-    if (ExitShow) return;
-
-    if (NextImageReady) {
-        BugLog(QStringLiteral(" Next Image is ready."));
-        BugLog(QStringLiteral(" "));
-        SetStatus(NightOn ? QString() : QStringLiteral("Next image ready"));
-        LongProcessTimer->setEnabled(false);
-        if (!ShowStatus) picBootStatus->setVisible(false);
-        if (JumpPending) FinishJump();
-        return;
-    }
-
-    BugLog(QStringLiteral("STARTING PREPNEXTFRAME OVER AGAIN ... :-( "));
-    ShowList.remove(0);
-    CaptionsList.remove(0);
-    PrepNextFrame();
 }
 
 void frmSlideShow::LongProcessTimer_Timer() {
@@ -381,7 +392,7 @@ void frmSlideShow::StoptheShow() {
 
     NoteStopStep(QStringLiteral("ClearPicture"));
     thePhoto->clear();
-    dib::Release(CanvasDIB);
+    CanvasDIB.reset();
 
     NoteStopStep(QStringLiteral("StopTimers"));
     ScrollTimer->setEnabled(false);

@@ -98,11 +98,11 @@ public:
     // --- Sizes ---------------------------------------------------------------------------
     // The size the image will have on its frame; sets ImageFillsScreen and the frame's
     // ImageSizeText. orientation is not used: the image has already been turned.
-    void NewDimensions(FIBITMAP* imageDIB, int targetW, int targetH, bool ignoreAR, bool forceFit,
+    void NewDimensions(QSize size, int targetW, int targetH, bool ignoreAR, bool forceFit,
                        int orientation, int& newW, int& newH, bool& needResize);
     void NextDIBIsAnHPano(int w, int& h, int screenW, int screenH, bool& isPano);
     void NextDIBIsAVPano(int w, int& h, int screenW, int screenH, bool& isPano);
-    void GetOffsetsIfSmaller(int imageW, int imageH, int canvasW, int canvasH, int& Px, int& Py);
+    void GetOffsetsIfSmaller(int width, int height, int canvasW, int canvasH, int& Px, int& Py);
 
     // --- Composition -------------------------------------------------------------------
     // Loads the head of ShowList: an internal picture, or a file (a large JPEG only measured,
@@ -114,7 +114,18 @@ public:
     static QImage InternalImage(int index);
     void FadePanelToBlack();
     void AssembleCanvas(int layout);
-    void NewCrossfade(FIBITMAP*& sourceDib, int areaX, int areaY, int areaW, int areaH, int placeX,
+    // Turns the image upright and brings it to its size on the frame, always 32 bits deep.
+    void ResizeDIBImage(FrameImage& image, int targetW, int targetH, bool ignoreAR, bool forceFit,
+                        bool& ok);
+    void GoingToAddBorder(bool& yes);
+    // The draw for this image of the black and white setting.
+    void UseBlackAndWhiteForThisImage(bool& yes);
+    void SetFourUpImagePositions();
+    void ReloadFourUpPoints();
+    void UseAMask(dib::Dib& alphaDIB, int width, int height, bool& ok);
+    dib::Dib MakeShadowDIB(FIBITMAP* imageDIB, int distance, bool noMaskShape, QString& errorText);
+    void ApplyBackgroundToDIB(dib::Dib& canvas, bool& ok);
+    void NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int areaW, int areaH, int placeX,
                       int placeY, int monitor, double seconds);
     void NewCheckAndSetupPanoScrolling(int slot, int monitorSet, QRect& area, QPoint& place);
     void ScrollPano();
@@ -196,7 +207,17 @@ public:
     std::int16_t CurrentMonitorSet = 1;
     std::int16_t NextMonitorSet = 0;
     std::int16_t PreviousMonitorSet = 1;
-    FIBITMAP* CanvasDIB = nullptr;
+    dib::Dib CanvasDIB;
+    // The state of a stack or a four-up canvas, carried from one frame to the next.
+    int StackCount = 0;
+    bool BorderThisStack = false;
+    int FourUpCount = 0;
+    int FourUpTargetW = 0;
+    int FourUpTargetH = 0;
+    // The free corners of a four-up canvas, as text of a pixel coordinate, kept in step.
+    QStringList FourUpPointsX;
+    QStringList FourUpPointsY;
+    bool NoMaskThisImage = false;
     bool DownloadFileOpen = false;
     QString DownloadFileName;
     // Audio players holding a file, by slot; the show closes them when it stops.

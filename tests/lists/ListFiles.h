@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QStringList>
 
 // Image list files written line by line as the program's lists look on disk, so that the
@@ -52,14 +53,16 @@ inline void WriteListFile(const QString& path, const ListFileContents& contents,
     WriteRaw(path, lines);
 }
 
-// Empty files standing for photographs: the pool only asks whether they exist.
+// Small photographs, one colour each, that a show can load.
 inline QStringList MakePictures(const QString& folder, const QStringList& names) {
     QDir().mkpath(folder);
     QStringList paths;
     for (const QString& name : names) {
         const QString path = folder + QLatin1Char('/') + name;
-        QFile file(path);
-        file.open(QIODevice::WriteOnly);
+        QImage picture(16, 12, QImage::Format_RGB32);
+        picture.fill(QColor::fromHsv(static_cast<int>(paths.size()) * 40 % 360, 200, 200));
+        // A name that no picture format owns still gets its (empty) file.
+        if (!picture.save(path)) QFile(path).open(QIODevice::WriteOnly);
         paths << path;
     }
     return paths;

@@ -55,12 +55,11 @@ TEST_F(MonitorsForm, NewDimensionsKeepsTheFramesSizeTextAndFlags) {
     show->MonitorHeight[0] = 768;
     show->NextMonitorSet = 0;
     show->NextFrameSlot = 1;
-    FIBITMAP* dib = FreeImage_Allocate(1000, 800, 24);
-    ASSERT_NE(dib, nullptr);
+    const QSize image(1000, 800);
     int w = 0, h = 0;
     bool needResize = false;
     const QStringList log = LogOf(install.path(), [&] {
-        show->NewDimensions(dib, 1024, 768, false, false, 1, w, h, needResize);
+        show->NewDimensions(image, 1024, 768, false, false, 1, w, h, needResize);
     });
     EXPECT_EQ(QSize(w, h), QSize(960, 768));
     EXPECT_TRUE(needResize);
@@ -71,10 +70,9 @@ TEST_F(MonitorsForm, NewDimensionsKeepsTheFramesSizeTextAndFlags) {
 
     // A show on its way out does not stop to measure.
     ExitShow = true;
-    show->NewDimensions(dib, 1024, 768, false, false, 1, w, h, needResize);
+    show->NewDimensions(image, 1024, 768, false, false, 1, w, h, needResize);
     EXPECT_FALSE(needResize);
     ExitShow = false;
-    FreeImage_Unload(dib);
 }
 
 TEST_F(MonitorsForm, OffsetsKeepToTheBandOnlyWhenTheFrameSpans) {
