@@ -43,6 +43,11 @@ struct LayoutRow {
     int active, primary, bandTop, bandHeight;
 };
 
+// Failures name the row rather than dump its bytes.
+void PrintTo(const LayoutRow& row, std::ostream* os) {
+    *os << row.what;
+}
+
 class ScreenLayoutRows : public ::testing::TestWithParam<LayoutRow> {};
 
 TEST_P(ScreenLayoutRows, DerivesTheTables) {
@@ -148,6 +153,10 @@ struct OverlayRow {
     QPoint paused, jump;
 };
 
+void PrintTo(const OverlayRow& row, std::ostream* os) {
+    *os << row.what;
+}
+
 class OverlayRows : public ::testing::TestWithParam<OverlayRow> {};
 
 TEST_P(OverlayRows, StandCentredOnTheirMonitor) {
@@ -232,6 +241,10 @@ struct PanoLayoutRow {
     bool stopStack;
     int expSet;
 };
+
+void PrintTo(const PanoLayoutRow& row, std::ostream* os) {
+    *os << row.what;
+}
 
 class PanoLayoutRows : public ::testing::TestWithParam<PanoLayoutRow> {};
 
