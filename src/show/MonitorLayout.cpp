@@ -1,5 +1,6 @@
 #include "show/MonitorLayout.h"
 
+#include "app/VbNumbers.h"
 #include "compose/ResizeRules.h"
 
 #include <algorithm>
@@ -179,6 +180,19 @@ void TestMode(MonitorTables& t, std::int16_t mode) {
 QRect MonitorRect(const MonitorTables& t, int monitor) {
     const auto s = static_cast<std::size_t>(monitor < 1 || monitor > MaxMonitors ? 0 : monitor);
     return {t.MonitorLeft[s], t.MonitorTop[s], t.MonitorWidth[s], t.MonitorHeight[s]};
+}
+
+QPoint PausedOverlayPlace(const MonitorTables& t, int monitor, QSize overlay) {
+    const QRect m = MonitorRect(t, monitor);
+    return {
+        static_cast<int>(vb::RoundHalfEven(m.x() + (m.width() - overlay.width()) / 2.0)),
+        static_cast<int>(vb::RoundHalfEven(m.y() + (m.height() - overlay.height()) * 9 / 10.0))};
+}
+
+QPoint JumpOverlayPlace(const MonitorTables& t, int monitor, QSize overlay) {
+    const QRect m = MonitorRect(t, monitor);
+    return {static_cast<int>(vb::RoundHalfEven(m.x() + (m.width() - overlay.width()) / 2.0)),
+            static_cast<int>(vb::RoundHalfEven(m.y() + (m.height() - overlay.height()) / 5.0))};
 }
 
 std::int16_t NextMonitorInTurn(std::int16_t current,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QPoint>
 #include <QRect>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <array>
@@ -74,6 +76,11 @@ void TestMode(MonitorTables& tables, std::int16_t mode);
 // The rectangle of a slot relative to the form; slot 0, the whole surface, for any slot that
 // is not a monitor.
 QRect MonitorRect(const MonitorTables& tables, int monitor);
+
+// Where the pause mark and the jump marks of a monitor stand: centred across, the pause mark
+// low down so it hides little of the photo, the jump marks high up.
+QPoint PausedOverlayPlace(const MonitorTables& tables, int monitor, QSize overlay);
+QPoint JumpOverlayPlace(const MonitorTables& tables, int monitor, QSize overlay);
 
 // The monitor whose turn comes after current, in slot order and wrapping; 1 when no turn has
 // been taken yet. 0 when no monitor is enabled.

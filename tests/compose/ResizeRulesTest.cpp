@@ -18,6 +18,11 @@ struct SizeRow {
     const char* logLine; // a line the log must hold, or nullptr
 };
 
+// Failures name the row rather than dump its bytes.
+void PrintTo(const SizeRow& row, std::ostream* os) {
+    *os << row.what;
+}
+
 class NewDimensionsRows : public ::testing::TestWithParam<SizeRow> {};
 
 TEST_P(NewDimensionsRows, GivesTheSizeAndTheFlags) {
@@ -133,6 +138,10 @@ struct PanoRow {
     int clampedH;
 };
 
+void PrintTo(const PanoRow& row, std::ostream* os) {
+    *os << row.what;
+}
+
 class PanoRows : public ::testing::TestWithParam<PanoRow> {};
 
 TEST_P(PanoRows, TellPanoramasApart) {
@@ -174,6 +183,10 @@ struct OffsetRow {
     std::size_t drawsLeft;
     const char* logLine;
 };
+
+void PrintTo(const OffsetRow& row, std::ostream* os) {
+    *os << row.what;
+}
 
 class OffsetRows : public ::testing::TestWithParam<OffsetRow> {};
 

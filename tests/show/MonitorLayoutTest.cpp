@@ -43,6 +43,11 @@ struct LayoutRow {
     int active, primary, bandTop, bandHeight;
 };
 
+// Failures name the row rather than dump its bytes.
+void PrintTo(const LayoutRow& row, std::ostream* os) {
+    *os << row.what;
+}
+
 class ScreenLayoutRows : public ::testing::TestWithParam<LayoutRow> {};
 
 TEST_P(ScreenLayoutRows, DerivesTheTables) {
@@ -142,6 +147,34 @@ TEST(TestMode, ModeZeroChangesNothingAndModeFourHasTheBand) {
     EXPECT_EQ(Slot(t, 1).h, 350);
 }
 
+struct OverlayRow {
+    const char* what;
+    int monitor, w, h;
+    QPoint paused, jump;
+};
+
+void PrintTo(const OverlayRow& row, std::ostream* os) {
+    *os << row.what;
+}
+
+class OverlayRows : public ::testing::TestWithParam<OverlayRow> {};
+
+TEST_P(OverlayRows, StandCentredOnTheirMonitor) {
+    const OverlayRow& r = GetParam();
+    const MonitorTables t =
+        Layout({Screen(0, 0, 1024, 768, true), Screen(1024, 100, 800, 600)}, true);
+    EXPECT_EQ(monitors::PausedOverlayPlace(t, r.monitor, QSize(r.w, r.h)), r.paused) << r.what;
+    EXPECT_EQ(monitors::JumpOverlayPlace(t, r.monitor, QSize(r.w, r.h)), r.jump) << r.what;
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Examples, OverlayRows, ::testing::Values(
+    OverlayRow{"second monitor", 2, 200, 100, {1324, 550}, {1324, 200}},
+    // 1024 + 300.5 and 100 + 450.9, 100 + 100.2: halves go to the even neighbour.
+    OverlayRow{"odd sizes round", 2, 199, 99, {1324, 551}, {1324, 200}},
+    OverlayRow{"first monitor", 1, 100, 50, {462, 646}, {462, 144}}));
+// clang-format on
+
 TEST(MonitorTurns, SkipMonitorsThatAreNotEnabled) {
     std::array<bool, 5> enabled{false, true, false, true, false};
     std::int16_t m = 0;
@@ -208,6 +241,10 @@ struct PanoLayoutRow {
     bool stopStack;
     int expSet;
 };
+
+void PrintTo(const PanoLayoutRow& row, std::ostream* os) {
+    *os << row.what;
+}
 
 class PanoLayoutRows : public ::testing::TestWithParam<PanoLayoutRow> {};
 
