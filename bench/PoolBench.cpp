@@ -6,6 +6,7 @@
 // PoolBench --quick   3 list files of 100 images, 3 runs: proves each step does its work
 //
 // Exits non-zero when a step did not do what it is timed for.
+#include "BenchSupport.h"
 #include "app/modMain.h"
 #include "show/frmSlideShow.h"
 
@@ -105,19 +106,6 @@ void NaiveSave(const QString& path, const QStringList& pool) {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly)) file.write(pool.join(QStringLiteral("\r\n")).toUtf8());
 }
-
-class Checks {
-public:
-    void expect(bool holds, const char* what) {
-        if (holds) return;
-        std::fprintf(stderr, "FAILED: %s\n", what);
-        ok_ = false;
-    }
-    bool ok() const { return ok_; }
-
-private:
-    bool ok_ = true;
-};
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include <turbojpeg.h>
 
+#include <QPainter>
 #include <cstring>
 #include <memory>
 
@@ -70,24 +71,25 @@ Dib Resample(Dib source, QSize size, bool opaque) {
     if (!source || size.isEmpty()) return nullptr;
     if (FreeImage_GetBPP(source.get()) != 32 || FreeImage_GetImageType(source.get()) != FIT_BITMAP)
         source.reset(FreeImage_ConvertTo32Bits(source.get()));
-    if (!source) return nullptr;
-    // Both images are seen upside down through the bitmap's bottom-up rows; a resampling does
-    // not care, and no row has to be turned.
-    // Opaque pixels take the cheaper path through the scaler; alpha is kept where there is one.
-    const QImage::Format format = opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32;
-    const QImage in(FreeImage_GetBits(source.get()),
-                    static_cast<int>(FreeImage_GetWidth(source.get())),
-                    static_cast<int>(FreeImage_GetHeight(source.get())),
-                    static_cast<qsizetype>(FreeImage_GetPitch(source.get())), format);
-    QImage scaled = in.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    source.reset();
-    if (scaled.isNull()) return nullptr;
     Dib out(FreeImage_Allocate(size.width(), size.height(), 32, FI_RGBA_RED_MASK,
                                FI_RGBA_GREEN_MASK, FI_RGBA_BLUE_MASK));
-    if (!out) return nullptr;
-    const std::size_t rowBytes = static_cast<std::size_t>(size.width()) * 4;
-    for (int y = 0; y < size.height(); ++y)
-        std::memcpy(FreeImage_GetScanLine(out.get(), y), scaled.constScanLine(y), rowBytes);
+    if (!source || !out) return nullptr;
+    // Both bitmaps are seen upside down through their bottom-up rows, which a resampling does
+    // not mind; the result is drawn straight into the new bitmap, with no copy in between.
+    // Opaque pixels take the cheaper path; alpha is kept where there is one.
+    const QImage::Format format = opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32;
+    auto view = [format](FIBITMAP* d) {
+        return QImage(FreeImage_GetBits(d), static_cast<int>(FreeImage_GetWidth(d)),
+                      static_cast<int>(FreeImage_GetHeight(d)),
+                      static_cast<qsizetype>(FreeImage_GetPitch(d)), format);
+    };
+    const QImage in = view(source.get());
+    QImage target = view(out.get());
+    QPainter painter(&target);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(QRect(QPoint(0, 0), size), in);
+    painter.end();
     return out;
 }
 

@@ -9,7 +9,6 @@
 #include <QPainter>
 #include <QPixmap>
 
-
 // STAND-IN until the splash overlays and the real fade exist: the opening frame is the splash
 // on black, put up at once.
 void frmSlideShow::FadePanelToBlack() {
