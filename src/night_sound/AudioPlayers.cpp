@@ -164,6 +164,11 @@ bool PlayerLoaded(std::int16_t player) {
     return Slot(player) != nullptr;
 }
 
+bool PlayerPlaying(std::int16_t player) {
+    const Player* p = Slot(player);
+    return p && p->media->playbackState() == QMediaPlayer::PlayingState;
+}
+
 void SetPlayerVolume(std::int16_t player, std::int32_t volume) {
     Player* p = Slot(player);
     if (!p) return;

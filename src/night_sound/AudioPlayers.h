@@ -21,6 +21,8 @@ bool StartPlayer(std::int16_t player);
 bool ClosePlayer(std::int16_t player);
 // True when the player holds a loaded file.
 bool PlayerLoaded(std::int16_t player);
+// True while a loaded player plays; false again once it has played to the end.
+bool PlayerPlaying(std::int16_t player);
 
 // Volume on the scale 0 (40 dB down, not silent) to 1000 (full). Ignored by an empty player,
 // and when the level it stands for is outside what the player takes.

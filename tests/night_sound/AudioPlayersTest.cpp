@@ -107,19 +107,30 @@ TEST_F(AudioPlayers, VolumeReadsBackOnTheScaleAndOutOfRangeIsRefused) {
     EXPECT_EQ(GetPlayerVolume(2), 0);
 }
 
-TEST_F(AudioPlayers, SeekingMovesThePlaceAndTheStartIsTheLowestPlace) {
+TEST_F(AudioPlayers, SeekingMovesThePlaceAndAnEndedSoundPlaysAgainFromTheStart) {
     ASSERT_TRUE(LoadPlayer(2, Wav(2000)));
     ASSERT_TRUE(SetPlayerPosition(2, 1200));
     EXPECT_TRUE(EventuallyTrue([] {
         return std::abs(GetPlayerPosition(2) - 1200) <= kToleranceMs;
     })) << GetPlayerPosition(2);
     EXPECT_FALSE(SetPlayerPosition(2, -1));
-    ASSERT_TRUE(SetPlayerPosition(2, 0));
-    EXPECT_TRUE(EventuallyTrue([] { return GetPlayerPosition(2) <= kToleranceMs; }))
-        << GetPlayerPosition(2);
-    // Played, the place moves on to the end of the file.
+    EXPECT_FALSE(PlayerPlaying(2));
+
+    // Played from near the end, it runs to the end of the file and stops there.
+    ASSERT_TRUE(SetPlayerPosition(2, 1700));
     ASSERT_TRUE(StartPlayer(2));
-    EXPECT_TRUE(EventuallyTrue([] { return GetPlayerPosition(2) > 0; }));
+    EXPECT_TRUE(PlayerPlaying(2));
+    ASSERT_TRUE(EventuallyTrue([] { return !PlayerPlaying(2); }));
+    EXPECT_NEAR(GetPlayerPosition(2), 2000, kToleranceMs);
+
+    // The show plays its one sound again this way at each change of image.
+    ASSERT_TRUE(SetPlayerPosition(2, 0));
+    ASSERT_TRUE(StartPlayer(2));
+    EXPECT_TRUE(EventuallyTrue([] {
+        const std::int32_t at = GetPlayerPosition(2);
+        return at > 100 && at < 1000;
+    })) << GetPlayerPosition(2);
+    EXPECT_TRUE(PlayerPlaying(2));
 }
 
 TEST_F(AudioPlayers, FilesThatCannotBePlayedFailWithinTheWaitAndLeaveThePlayerEmpty) {
