@@ -6,7 +6,7 @@ PACKAGES=(
     build-essential cmake pkg-config git
     qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev qt6-qpa-plugins
     libfreeimage-dev libturbojpeg0-dev libgtest-dev libxext-dev libxcb1-dev libx11-dev libgl-dev
-    gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+    libqt6multimedia6 gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     fonts-dejavu-core
     xvfb xauth xdotool x11-utils x11-xserver-utils imagemagick
 )

@@ -11,11 +11,43 @@
 #include "prefs/MRegistry.h"
 #include "show/frmSlideShow.h"
 
+#include <QByteArray>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QtEndian>
 #include <gtest/gtest.h>
+
+// Silence as a WAV file any player can open: 16-bit mono PCM of the given length.
+inline QByteArray SilentWav(int milliseconds = 100, int samplesPerSecond = 8000) {
+    const auto samples =
+        static_cast<quint32>(static_cast<qint64>(samplesPerSecond) * milliseconds / 1000);
+    const quint32 dataBytes = samples * 2;
+    QByteArray wav;
+    auto put32 = [&wav](quint32 v) {
+        const quint32 le = qToLittleEndian(v);
+        wav.append(reinterpret_cast<const char*>(&le), 4);
+    };
+    auto put16 = [&wav](quint16 v) {
+        const quint16 le = qToLittleEndian(v);
+        wav.append(reinterpret_cast<const char*>(&le), 2);
+    };
+    wav.append("RIFF");
+    put32(36 + dataBytes);
+    wav.append("WAVEfmt ");
+    put32(16);
+    put16(1); // PCM
+    put16(1); // mono
+    put32(static_cast<quint32>(samplesPerSecond));
+    put32(static_cast<quint32>(samplesPerSecond) * 2); // bytes per second
+    put16(2);                                          // block align
+    put16(16);                                         // bits per sample
+    wav.append("data");
+    put32(dataBytes);
+    wav.append(QByteArray(static_cast<qsizetype>(dataBytes), '\0'));
+    return wav;
+}
 
 // Removes a value from the program's settings store.
 inline void ForgetSetting(const QString& key) {

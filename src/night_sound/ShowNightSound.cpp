@@ -1,6 +1,8 @@
 // Night hours and sound during the show.
 #include "show/frmSlideShow.h"
 
+#include "night_sound/AudioPlayers.h"
+
 // STAND-IN until night mode exists: it is always day.
 bool frmSlideShow::NightModeShouldBeOn() {
     return false;
@@ -16,7 +18,8 @@ void frmSlideShow::FadeFromNight() {
     NightOn = false;
 }
 
-// STAND-IN until the audio players exist: the slot is only marked closed.
 void frmSlideShow::CloseAudioPlayer(int slot) {
-    if (slot >= 0 && slot < 3) AudioPlayerLoaded[static_cast<std::size_t>(slot)] = false;
+    if (slot < 0 || slot >= static_cast<int>(AudioPlayerLoaded.size())) return;
+    modDirectShow::ClosePlayer(static_cast<std::int16_t>(slot));
+    AudioPlayerLoaded[static_cast<std::size_t>(slot)] = false;
 }

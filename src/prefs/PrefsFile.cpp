@@ -3,11 +3,11 @@
 #include "prefs/PrefsFile.h"
 #include "prefs/PrefsTable.h"
 
-#include "app/Common.h"
 #include "app/VbNumbers.h"
 #include "app/modMain.h"
 #include "config/ColourButton.h"
 #include "config/frmConfig.h"
+#include "night_sound/AudioPlayers.h"
 #include "platform/Clock.h"
 
 #include <QFile>
@@ -417,11 +417,14 @@ prefs::Table frmConfig::BuildPrefsTable() {
     row(Plain(QStringLiteral("PLAYSOUND"),
               {Chk(chkPlaySound, 0, false), Text(txtSoundFile, QString(), false, Kind::Line)},
               [this] {
-                  // STAND-IN until the audio players exist: a file that is there counts as
-                  // loaded, with no length known.
-                  lblSoundLength->setText(common::FileExists(txtSoundFile->text())
-                                              ? prefs::MakeTimeString(0)
-                                              : QStringLiteral("err"));
+                  // Player 0 is borrowed only to learn the length. The preferences are read
+                  // while the window is built, before any show loads its own sound there,
+                  // and the window has no use for an open player while it waits on the user.
+                  const bool loaded = modDirectShow::LoadPlayer(0, txtSoundFile->text());
+                  lblSoundLength->setText(
+                      loaded ? prefs::MakeTimeString(modDirectShow::GetPlayerDuration(0))
+                             : QStringLiteral("err"));
+                  modDirectShow::ClosePlayer(0);
               }));
     row(Plain(QStringLiteral("RANDOMSOUND"), {Option(optRandomSound, optSpecificSound, true)}));
     line(blank);

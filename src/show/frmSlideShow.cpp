@@ -71,6 +71,9 @@ void frmSlideShow::beforeUnload() {
     // The debug log lives as long as the form.
     DebugLog::instance().SetOff();
     CloseMemLog();
+    // A show unloaded without being stopped must not leave its sounds playing.
+    for (int slot = 0; slot < static_cast<int>(AudioPlayerLoaded.size()); ++slot)
+        if (AudioPlayerLoaded[static_cast<std::size_t>(slot)]) CloseAudioPlayer(slot);
 }
 
 void frmSlideShow::BuildControls() {

@@ -2,6 +2,7 @@
 #include "lists/ListFiles.h"
 
 #include "config/ColourButton.h"
+#include "night_sound/AudioPlayers.h"
 #include "prefs/MRegistry.h"
 #include "prefs/PrefsFile.h"
 
@@ -384,6 +385,37 @@ TEST_F(PrefsFile, TheShowTakesItsSettingsFromTheWindowAndLogsThem) {
                              "  Image Interval 7 s \r\n", " (setting it to 1s) \r\n",
                              "        Layout 1  = 60 to 90\r\n", "Initialization ... \r\n"})
         EXPECT_TRUE(text.contains(line)) << line;
+}
+
+// The window learns a sound's length from player 0 and does not keep the player for it.
+TEST_F(PrefsFile, TheSoundFileShowsItsLengthOrErr) {
+    struct Case {
+        const char* name;
+        QByteArray content; // none: the file is not there
+        QString shown;
+    };
+    const Case cases[] = {
+        {"short.wav", SilentWav(1300), QStringLiteral(":01 s")},
+        // A low rate keeps a minute of sound small.
+        {"long.wav", SilentWav(61200, 2000), QStringLiteral("1:01 s")},
+        {"note.wav", "only some text in a wav's name\n", QStringLiteral("err")},
+        {"gone.wav", QByteArray(), QStringLiteral("err")},
+        {"", QByteArray(), QStringLiteral("err")},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const QString path = *c.name ? install.filePath(QString::fromUtf8(c.name)) : QString();
+        if (!c.content.isEmpty()) {
+            QFile f(path);
+            ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            f.write(c.content);
+        }
+        Write("PLAYSOUND,1\r\n" + path.toUtf8() + "\r\n");
+        Reload();
+        EXPECT_EQ(config->txtSoundFile->text(), path);
+        EXPECT_EQ(config->lblSoundLength->text(), c.shown);
+        EXPECT_FALSE(modDirectShow::PlayerLoaded(0));
+    }
 }
 
 TEST(PrefsPieces, SoundLengthsReadLikeAClock) {

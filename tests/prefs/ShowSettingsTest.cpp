@@ -1,44 +1,17 @@
 #include "TestSupport.h"
 
 #include "config/ColourButton.h"
+#include "night_sound/AudioPlayers.h"
 #include "prefs/MRegistry.h"
 
 #include <QButtonGroup>
 #include <QDir>
 #include <QFile>
-#include <QtEndian>
 #include <array>
 #include <functional>
 #include <optional>
 
 namespace {
-
-// A tenth of a second of 8-bit mono silence: a WAV file any player can open.
-QByteArray SilentWav() {
-    const quint32 samples = 800;
-    QByteArray wav("RIFF");
-    auto put32 = [&wav](quint32 v) {
-        const quint32 le = qToLittleEndian(v);
-        wav.append(reinterpret_cast<const char*>(&le), 4);
-    };
-    auto put16 = [&wav](quint16 v) {
-        const quint16 le = qToLittleEndian(v);
-        wav.append(reinterpret_cast<const char*>(&le), 2);
-    };
-    put32(36 + samples);
-    wav.append("WAVEfmt ");
-    put32(16);
-    put16(1);    // PCM
-    put16(1);    // mono
-    put32(8000); // samples per second
-    put32(8000); // bytes per second
-    put16(1);    // block align
-    put16(8);    // bits per sample
-    wav.append("data");
-    put32(samples);
-    wav.append(QByteArray(samples, '\x80'));
-    return wav;
-}
 
 class ShowSettings : public FormsFixture {
 protected:
@@ -248,8 +221,18 @@ TEST_F(ShowSettings, ASpecificSoundIsLoadedIntoPlayerZeroWhenItCan) {
     EXPECT_TRUE(show->PlaySound);
     EXPECT_TRUE(show->AudioPlayerLoaded[0]);
     EXPECT_FALSE(show->AudioPlayerLoaded[1]);
+    EXPECT_TRUE(modDirectShow::PlayerLoaded(0));
+    EXPECT_FALSE(modDirectShow::PlayerLoaded(1));
     EXPECT_TRUE(Log(show).contains(QStringLiteral("File {") + Path(QStringLiteral("bell.wav")) +
                                    QStringLiteral("}  was loaded successfully in player 0")));
+    show->CloseAudioPlayer(0);
+    EXPECT_FALSE(show->AudioPlayerLoaded[0]);
+    EXPECT_FALSE(modDirectShow::PlayerLoaded(0));
+    // A show unloaded while it holds the sound lets the player go.
+    show = Read();
+    ASSERT_TRUE(show->AudioPlayerLoaded[0]);
+    frmSlideShow::unload();
+    EXPECT_FALSE(modDirectShow::PlayerLoaded(0));
 
     UseSpecificSound(Path(QStringLiteral("gone.wav")));
     show = Read();
