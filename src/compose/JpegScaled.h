@@ -26,8 +26,8 @@ dib::Dib DecodeAtLeast(const QByteArray& bytes, QSize minimum, bool* refused = n
 namespace dib {
 
 // The bitmap at exactly that size, by a smooth resampling of its 32-bit pixels; the source is
-// given up. An opaque bitmap comes out with alpha 255 whatever its alpha bytes held. Null when
-// it cannot be made.
+// given up. opaque says every alpha byte is 255 (a decoded JPEG), which lets the scaler skip
+// the blending of alpha. Null when it cannot be made.
 Dib Resample(Dib source, QSize size, bool opaque);
 
 } // namespace dib

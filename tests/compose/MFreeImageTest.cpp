@@ -223,10 +223,10 @@ TEST(JpegDecode, ScalesByEighthsToCoverTheTarget) {
 
 TEST(JpegDecode, ResampleKeepsTheRowsTheRightWayUp) {
     Dib d = Make(40, 20, 32);
-    RGBQUAD white{255, 255, 255, 255};
+    RGBQUAD white{255, 255, 255, 255}, black{0, 0, 0, 255};
     for (unsigned x = 0; x < 40; ++x)
-        for (unsigned y = 10; y < 20; ++y)
-            FreeImage_SetPixelColor(d.get(), x, y, &white);
+        for (unsigned y = 0; y < 20; ++y)
+            FreeImage_SetPixelColor(d.get(), x, y, y >= 10 ? &white : &black);
     Dib half = dib::Resample(std::move(d), QSize(20, 10), true);
     const QImage seen = dib::DibToImage(half.get());
     ASSERT_EQ(seen.size(), QSize(20, 10));
