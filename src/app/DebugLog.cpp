@@ -34,11 +34,16 @@ void DebugLog::SetOff() {
 void DebugLog::Write(const QString& text) {
     if (file_.isOpen()) WriteLogLine(file_, text);
     if (!list_) return;
+    // A show may log for weeks: the list keeps the newest lines a list can hold.
+    if (list_->count() >= kMaxListLines) delete list_->takeItem(0);
     list_->addItem(text);
     list_->setCurrentRow(list_->count() - 1);
+    // Scrolling a list nobody sees costs a layout of all its lines each time; the list is
+    // scrolled when it is shown.
+    if (!list_->isVisible()) return;
     list_->scrollToBottom();
     // The show may be busy for a while without yielding; the list must show the line now.
-    if (list_->isVisible()) list_->repaint();
+    list_->repaint();
 }
 
 void DebugLog::Attach(QListWidget* list) {

@@ -12,6 +12,7 @@ class QListWidget;
 class DebugLog {
 public:
     static DebugLog& instance();
+    static constexpr int kMaxListLines = 32767;
 
     bool On() const { return on_; }
     bool FileOpen() const { return file_.isOpen(); }

@@ -77,6 +77,8 @@ void frmSlideShow::KeyTrap(int keyCode) {
         if (DebugLogOn()) {
             picDeBug->setVisible(!picDeBug->isVisible());
             picDeBug->raise();
+            // Hidden, the list was not scrolled along; it opens on its newest line.
+            lstDebug->scrollToBottom();
             return;
         }
         break;

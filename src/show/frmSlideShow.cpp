@@ -320,6 +320,7 @@ void frmSlideShow::PrepNextFrame() {
     // often as it takes. Once every entry the show holds has failed in a row, the logo takes
     // the frame, so that a pool of broken files cannot hold the show in here for ever.
     int failures = 0;
+    const int entries = ImageList.count() + RandomFolderFileList.count() + ShowList.count();
     for (;;) {
         LongProcessTimer->setEnabled(true);
         BugLog(QStringLiteral("Preparing next frame "
@@ -364,7 +365,7 @@ void frmSlideShow::PrepNextFrame() {
         ShowList.remove(0);
         CaptionsList.remove(0);
         ++failures;
-        if (failures > ImageList.count() + RandomFolderFileList.count() + ShowList.count()) {
+        if (failures > entries) {
             ShowList.insert(0, QStringLiteral("INTERNAL:0"), 0);
             CaptionsList.insert(0, QString(), 0);
             failures = 0;
