@@ -4,7 +4,7 @@
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
-"$root/scripts/setup.sh"
+"$root/scripts/setup.sh" --demo
 "$root/scripts/build.sh" "$root/build"
 
 if [ -z "${DISPLAY:-}" ]; then
@@ -25,7 +25,8 @@ else
     printf '[General]\ninstallDir=%s\n' "$root/demo" >>"$store"
 fi
 
-# List files hold full paths, so the demo's list is written for wherever this checkout lives.
+# List files hold full paths, so the demo's lists are written for wherever this checkout lives.
+"$root/scripts/make_demo_photos.sh" "$root/demo/Photos"
 "$root/scripts/make_demo_list.sh" "$root/demo"
 
 exec "$root/build/tessaview" /s

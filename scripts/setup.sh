@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages Tessaview needs to build, run and test, when any is missing.
+# With --demo, also the photographs the demo shows.
 set -euo pipefail
 
 PACKAGES=(
@@ -10,6 +11,9 @@ PACKAGES=(
     fonts-dejavu-core
     xvfb xauth xdotool x11-utils x11-xserver-utils imagemagick
 )
+if [ "${1:-}" = "--demo" ]; then
+    PACKAGES+=(mate-backgrounds)
+fi
 
 missing=()
 for p in "${PACKAGES[@]}"; do
