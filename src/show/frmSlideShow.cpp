@@ -277,17 +277,21 @@ void frmSlideShow::ChangePhotos() {
     BugLog(QStringLiteral(" "));
     BugLog(QStringLiteral("CHANGE PHOTOS /\\/\\/\\/\\/\\/\\/\\ "));
     BugLog(QStringLiteral(" "));
-    QRect area;
-    QPoint place;
-    NewCheckAndSetupPanoScrolling(NextFrameSlot, NextMonitorSet, area, place);
+    const auto slot = static_cast<std::size_t>(NextFrameSlot);
+    const auto set = static_cast<std::size_t>(qBound(0, static_cast<int>(NextMonitorSet), 4));
+    QPoint place, area;
+    NewCheckAndSetupPanoScrolling(
+        CanvasDIB ? static_cast<int>(FreeImage_GetWidth(CanvasDIB.get())) : 0,
+        CanvasDIB ? static_cast<int>(FreeImage_GetHeight(CanvasDIB.get())) : 0, NextMonitorSet,
+        PanoScrolls[slot], PanoHorizontal[slot], place, area, PanoStep[slot], PanoSteps[slot]);
 
     for (QLabel* box : CaptionBox) {
         box->hide();
         box->repaint();
     }
 
-    NewCrossfade(CanvasDIB, area.x(), area.y(), area.width(), area.height(), place.x(), place.y(),
-                 NextMonitorSet, JumpRequested ? 1.0 : CrossfadeTime);
+    NewCrossfade(CanvasDIB, area.x(), area.y(), MonitorWidth[set], MonitorHeight[set], place.x(),
+                 place.y(), NextMonitorSet, JumpRequested ? 1.0 : CrossfadeTime);
     JumpRequested = false;
 
     if (ExitShow) {

@@ -127,7 +127,9 @@ public:
     void ApplyBackgroundToDIB(dib::Dib& canvas, bool& ok);
     void NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int areaW, int areaH, int placeX,
                       int placeY, int monitor, double seconds);
-    void NewCheckAndSetupPanoScrolling(int slot, int monitorSet, QRect& area, QPoint& place);
+    void NewCheckAndSetupPanoScrolling(int canvasW, int canvasH, int monitor, bool& scrolls,
+                                       bool& horizontal, QPoint& place, QPoint& area,
+                                       int& stepPixels, int& steps);
     void ScrollPano();
     void UpdateCaption();
 
@@ -218,6 +220,13 @@ public:
     QStringList FourUpPointsX;
     QStringList FourUpPointsY;
     bool NoMaskThisImage = false;
+    // How each frame scrolls, by frame slot.
+    std::array<bool, 2> PanoScrolls{};
+    std::array<bool, 2> PanoHorizontal{};
+    std::array<int, 2> PanoStep{};
+    std::array<int, 2> PanoSteps{};
+    int ScrollStep = 2;
+    int ScrollInterval = 50;
     bool DownloadFileOpen = false;
     QString DownloadFileName;
     // Audio players holding a file, by slot; the show closes them when it stops.
