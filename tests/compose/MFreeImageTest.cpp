@@ -174,7 +174,8 @@ TEST(Orientation, EveryTagComesOutUpright) {
             // Any wrong turn or flip of the same picture is far further off than the camera's
             // own recompression.
             for (int other = 1; other <= 8; ++other) {
-                if (other == tag || UprightSize(QSize(1, 2), other) != UprightSize(QSize(1, 2), tag))
+                if (other == tag ||
+                    UprightSize(QSize(1, 2), other) != UprightSize(QSize(1, 2), tag))
                     continue;
                 Dib wrong = load(tag);
                 ApplyOrientation(wrong, other);
