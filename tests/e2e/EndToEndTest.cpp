@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -214,4 +215,76 @@ TEST_F(EndToEnd, HelpButtonAsksTheDesktopToOpenTheInstalledPage) {
     ClickInConfig(*x, 412, 29, size.height());
     ASSERT_TRUE(Ended(config, 30s));
     EXPECT_EQ(config->exitCode(), 0);
+}
+
+namespace {
+
+// Whether some pixel of that part of the picture is the photographs' green.
+bool GreenIn(const QImage& screen, const QRect& part) {
+    for (int y = part.top(); y <= part.bottom(); y += 4)
+        for (int x = part.left(); x <= part.right(); x += 4) {
+            const QRgb c = screen.pixel(x, y);
+            if (qGreen(c) > 150 && qRed(c) < 80 && qBlue(c) < 80) return true;
+        }
+    return false;
+}
+
+} // namespace
+
+// Two monitors, each with its own photograph in turn: both end up showing one.
+TEST_F(EndToEnd, TwoMonitorsTakeTheirTurnsWithPhotographs) {
+    const QRect left(0, 0, 700, 800), right(700, 100, 580, 600);
+    ASSERT_EQ(x->run(QStringLiteral("xrandr"),
+                     {QStringLiteral("--setmonitor"), QStringLiteral("LEFT"),
+                      QStringLiteral("700/185x800/210+0+0"), QStringLiteral("screen")}),
+              0);
+    ASSERT_EQ(x->run(QStringLiteral("xrandr"),
+                     {QStringLiteral("--setmonitor"), QStringLiteral("*RIGHT"),
+                      QStringLiteral("580/150x600/160+700+100"), QStringLiteral("none")}),
+              0);
+    const QDir install(x->installDir());
+    install.mkpath(QStringLiteral("Imagelists"));
+    install.mkpath(QStringLiteral("photos"));
+    QStringList records;
+    for (int i = 0; i < 3; ++i) {
+        QImage photo(300, 200, QImage::Format_RGB32);
+        photo.fill(QColor(20, 200, 20));
+        const QString path = install.filePath(QStringLiteral("photos/%1.jpg").arg(i));
+        ASSERT_TRUE(photo.save(path, "JPEG", 95));
+        records << QStringLiteral("IMAGE>") + path;
+    }
+    auto write = [](const QString& path, const QStringList& lines) {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write((lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8());
+    };
+    write(install.filePath(QStringLiteral("TView_Prefs.txt")),
+          {QStringLiteral("Tessaview Preferences File"), QStringLiteral("6.0.1"),
+           QStringLiteral("="), QStringLiteral("INTERVAL,1"), QStringLiteral("CROSSFADETIME,1"),
+           QStringLiteral("ENABLEMULTIMONITORS,1,0")});
+    write(install.filePath(QStringLiteral("Imagelists/photos_1.tvl")),
+          QStringList{QStringLiteral("Imagelist"), QStringLiteral("-"), QStringLiteral("TITLE"),
+                      QStringLiteral("Photos"), QStringLiteral("PATH"),
+                      install.filePath(QStringLiteral("photos/")), QStringLiteral("COUNT,3"),
+                      QStringLiteral("LOCALORWEB,Local"), QStringLiteral("SCANINTERVAL,4000"),
+                      QStringLiteral("IMAGES")} +
+              records);
+
+    QProcess* show = x->start({QStringLiteral("/s")});
+    ASSERT_TRUE(ShowIsUp());
+    const QString shot = install.filePath(QStringLiteral("shot.png"));
+    QImage screen;
+    const bool both = WaitFor(
+        [&] {
+            if (x->run(QStringLiteral("import"),
+                       {QStringLiteral("-window"), QStringLiteral("root"), shot}) != 0)
+                return false;
+            screen = QImage(shot);
+            return !screen.isNull() && GreenIn(screen, left) && GreenIn(screen, right);
+        },
+        60s);
+    EXPECT_TRUE(both) << "a photograph on the left: " << GreenIn(screen, left)
+                      << ", on the right: " << GreenIn(screen, right);
+    x->run(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("Escape")});
+    EXPECT_TRUE(Ended(show, 30s));
 }
