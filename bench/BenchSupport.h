@@ -1,5 +1,10 @@
 #pragma once
 
+#include <QByteArray>
+#include <QFile>
+#include <QSize>
+#include <QString>
+#include <QTemporaryDir>
 #include <cstdio>
 
 // A bench's own checks: each failure is named on stderr, and the bench ends non-zero, so that
@@ -16,3 +21,17 @@ public:
 private:
     bool ok_ = true;
 };
+
+// Makes the offscreen platform give one screen of that size, described in a file of dir.
+inline void UseOffscreenScreen(const QTemporaryDir& dir, QSize size) {
+    const QString screens = dir.filePath(QStringLiteral("screens.json"));
+    QFile f(screens);
+    if (f.open(QIODevice::WriteOnly))
+        f.write(QStringLiteral("{\"screens\":[{\"name\":\"A\",\"x\":0,\"y\":0,\"width\":%1,"
+                               "\"height\":%2,\"logicalDpi\":96,\"logicalBpi\":96,\"dpr\":1}]}")
+                    .arg(size.width())
+                    .arg(size.height())
+                    .toUtf8());
+    f.close();
+    qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screens).toUtf8());
+}

@@ -148,17 +148,7 @@ int main(int argc, char** argv) {
                               : Setup{QSize(6000, 4000), QSize(3840, 2160), 9};
     QTemporaryDir dir;
     // One screen of the size the frame is made for.
-    const QString screens = dir.filePath(QStringLiteral("screens.json"));
-    {
-        QFile f(screens);
-        f.open(QIODevice::WriteOnly);
-        f.write(QStringLiteral("{\"screens\":[{\"name\":\"A\",\"x\":0,\"y\":0,\"width\":%1,"
-                               "\"height\":%2,\"logicalDpi\":96,\"logicalBpi\":96,\"dpr\":1}]}")
-                    .arg(setup.screen.width())
-                    .arg(setup.screen.height())
-                    .toUtf8());
-    }
-    qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screens).toUtf8());
+    UseOffscreenScreen(dir, setup.screen);
     // Large blocks always straight from the system and back to it when freed: without this the
     // allocator keeps freed frames for the next one, and a path's peak would hide in them.
     mallopt(M_MMAP_THRESHOLD, 1 << 20);

@@ -2,43 +2,76 @@
 #include "app/Common.h"
 #include "app/VbNumbers.h"
 #include "app/modMain.h"
+#include "compose/Crossfade.h"
 #include "compose/DibImage.h"
+#include "compose/PictureBox.h"
 #include "platform/Clock.h"
 #include "platform/Random.h"
 #include "platform/VbTimer.h"
 #include "show/frmSlideShow.h"
 
-#include <QPainter>
+#include <QCoreApplication>
 #include <QPixmap>
 
-// STAND-IN until the splash overlays and the real fade exist: the opening frame is the splash
-// on black, put up at once.
+void frmSlideShow::StampOnPicture(const QImage& source, QImage& target, std::int16_t position) {
+    if (source.isNull()) return;
+    // Stretched by the pixel aspect, so that the overlay keeps its shape on a stretched screen.
+    const double aspect =
+        ActiveWidescreenFactor > 0 ? static_cast<double>(ActiveWidescreenFactor) : 1.0;
+    const int w = qMax(1, static_cast<int>(vb::RoundHalfEven(source.width() / aspect)));
+    const QImage stamp =
+        w == source.width() ? source : source.scaled(w, source.height(), Qt::IgnoreAspectRatio);
+    picStamp->setPixmap(QPixmap::fromImage(stamp));
+    if (MultiMonitors) {
+        for (int i = 1; i <= 4; ++i)
+            if (MonitorEnabled[static_cast<std::size_t>(i)])
+                fade::StampKeyed(target, stamp,
+                                 fade::StampPlace(monitors::MonitorRect(*this, i), stamp.width(),
+                                                  stamp.height(), position));
+    } else {
+        fade::StampKeyed(target, stamp,
+                         fade::StampPlace(monitors::MonitorRect(*this, 0), stamp.width(),
+                                          stamp.height(), position));
+    }
+}
+
+void frmSlideShow::SaveCurrentDesktopInPreviousStack() {
+    for (int n = qMin(PrevCanvasCount, static_cast<int>(PrevCanvas.size()) - 1); n >= 1; --n)
+        PrevCanvas[static_cast<std::size_t>(n)]->setPixmap(
+            PrevCanvas[static_cast<std::size_t>(n - 1)]->pixmap());
+    QPixmap screen;
+    GrabMonitorArea(0, screen);
+    FadeTo->setPicture(screen.toImage());
+    PrevCanvas[0]->setPixmap(QPixmap::fromImage(FadeTo->picture()));
+    FadeTo->clearPicture();
+    PrevCanvasCount = qMin(PrevCanvasCount + 1, PrevCanvasDepth);
+}
+
 void frmSlideShow::FadePanelToBlack() {
-    for (QLabel* box : CaptionBox)
+    for (auto* box : CaptionBox)
         box->hide();
     SetStatus(QStringLiteral("Fade Panel To Black"));
     BugLog(QStringLiteral("FadePanelToBlack ..."));
+    FadeFrom->hide();
+    FadeFrom->clearPicture();
 
-    QImage frame(qMax(FormWidth, 1), qMax(FormHeight, 1), QImage::Format_ARGB32);
-    frame.fill(Qt::black);
-    QPainter p(&frame);
-    const QImage splash(QStringLiteral(":/splash.png"));
-    const QImage pressF1(QStringLiteral(":/pressf1.png"));
-    auto stamp = [&](const QImage& img, int top) {
-        if (img.isNull()) return;
-        QImage keyed = img.convertToFormat(QImage::Format_ARGB32);
-        for (int y = 0; y < keyed.height(); ++y) {
-            auto* row = reinterpret_cast<QRgb*>(keyed.scanLine(y));
-            for (int x = 0; x < keyed.width(); ++x)
-                if ((row[x] & 0xFFFFFF) == 0xFF00FF) row[x] = 0;
-        }
-        p.drawImage((FormWidth - keyed.width()) / 2, top, keyed);
-    };
-    stamp(splash, 2 * (CaptionHeight - splash.height()) / 3 + CaptionTop);
-    stamp(pressF1, CaptionTop + CaptionHeight - pressF1.height());
-    p.end();
+    // The first full frame of the show, built off screen: the splash with the help hint below.
+    QImage first(qMax(FormWidth, 1), qMax(FormHeight, 1), QImage::Format_RGB32);
+    first.fill(Qt::black);
+    const QImage splash = picSplash->pixmap().toImage();
+    StampOnPicture(splash, first, 0);
+    StampOnPicture(picPressF1->pixmap().toImage(), first, 2);
+    dib::Dib toDIB(dib::ImageToDib(first));
 
-    dib::Dib toDIB(dib::ImageToDib(frame));
+    // What the screen shows meanwhile: the splash alone, from which the hint fades in.
+    SetFadersToMonitor(0);
+    QImage now(qMax(FadeFrom->width(), 1), qMax(FadeFrom->height(), 1), QImage::Format_RGB32);
+    now.fill(Qt::black);
+    StampOnPicture(splash, now, 0);
+    FadeFrom->setPicture(std::move(now));
+    FadeFrom->show();
+    FadeFrom->raise();
+
     if (toDIB) {
         NewCrossfade(toDIB, 0, 0, FormWidth, FormHeight, 0, 0, 0, 1.0);
     } else {
@@ -47,12 +80,8 @@ void frmSlideShow::FadePanelToBlack() {
     if (!ExitShow) NextChangeTime = platform::Now().addSecs(2);
 }
 
-// STAND-IN until the blended fade exists: the new frame replaces the old one at once. What
-// the fade does besides blending is done here: the frame's identity is taken over, the frame
-// slots swap and the next change is timed from now.
 void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int areaW, int areaH,
                                 int placeX, int placeY, int monitor, double seconds) {
-    Q_UNUSED(seconds);
     Crossfading = true;
     BugLog(QStringLiteral("Start of Crossfade Routine.  Xfade area of new image: %1,%2  %3 x %4")
                .arg(areaX)
@@ -61,8 +90,12 @@ void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int a
                .arg(areaH));
     BugLog(QStringLiteral("        Placing thePhoto at : %1,%2").arg(placeX).arg(placeY));
     BugLog(QStringLiteral("          Monitor Set : %1").arg(monitor));
+    // STAND-IN until sounds play: the frame's sound would start here, once the show is past
+    // its start.
     raise();
+    SaveCurrentDesktopInPreviousStack();
 
+    // The frame counts as shown from the moment its fade starts.
     if (!ShowList.isEmpty()) {
         CurrentImage = ShowList.text(0);
         CurrentImageTag = ShowList.tag(0);
@@ -75,36 +108,84 @@ void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int a
         CaptionSource = (bar >= 0 ? caption.mid(bar + 1) : QString()).trimmed();
         CaptionsList.remove(0);
     }
+    // STAND-IN until music plays: the music routine would run here.
     SetStatus(QStringLiteral("Crossfading ... "));
 
-    const QImage frame = dib::DibToImage(sourceDib.get());
-    if (!frame.isNull()) {
-        // What the fade ends on: the screen as it was, with the frame's visible part over its
-        // monitor. It stays under thePhoto, so that the other monitors keep their pictures.
-        const auto m = static_cast<std::size_t>(qBound(0, monitor, 4));
-        QPixmap screen(qMax(FormWidth, 1), qMax(FormHeight, 1));
-        screen.fill(Qt::black);
-        QPainter p(&screen);
-        p.drawPixmap(0, 0, Backdrop->pixmap());
-        if (thePhoto->isVisible()) p.drawPixmap(thePhoto->pos(), thePhoto->pixmap());
-        p.drawImage(QPoint(MonitorLeft[m], MonitorTop[m]), frame,
-                    QRect(areaX, areaY, areaW, areaH));
-        p.end();
-        Backdrop->setPixmap(screen);
-        Backdrop->setGeometry(0, 0, FormWidth, FormHeight);
-        thePhoto->setPixmap(QPixmap::fromImage(frame));
+    // The blend starts from what the screen shows, captions and all.
+    QPixmap screen;
+    GrabMonitorArea(0, screen);
+    FadeFrom->setGeometry(0, 0, screen.width(), screen.height());
+    FadeFrom->setPicture(screen.toImage());
+    FadeFrom->show();
+    FadeFrom->raise();
+    FadeFrom->repaint();
+    thePhoto->hide();
+    PrevCanvasPosition = -1;
+    for (int i = 0; i <= qMin(PrevCanvasCount, static_cast<int>(PrevCanvas.size()) - 1); ++i)
+        PrevCanvas[static_cast<std::size_t>(i)]->hide();
+    thePhoto->clear();
+    FadeTo->clearPicture();
+
+    // Only the part that will be visible is blended, however large the canvas.
+    {
+        dib::Dib area(
+            sourceDib ? FreeImage_Copy(sourceDib.get(), areaX, areaY, areaX + areaW, areaY + areaH)
+                      : nullptr);
+        if (area) FadeTo->setPicture(dib::DibToImage(area.get()));
+    }
+
+    if (xFadeStepTime == 0.0f) xFadeStepTime = 0.1f;
+    FadeSleepMs = fade::SleepMsFor(static_cast<float>(seconds), xFadeStepTime);
+    const QDateTime start = platform::Now();
+    BugLog(QStringLiteral("Starting Crossfade of FadeTo over FadeFrom  : stepsize increment is 0.1 "
+                          "Speed is %1")
+               .arg(FadeSleepMs));
+
+    const auto m = static_cast<std::size_t>(qBound(0, monitor, 4));
+    const QPoint at(MonitorLeft[m], MonitorTop[m]);
+    // Each step blends the new picture over what the step before left, not over the old
+    // screen: the old picture is gone long before the ramp ends, and that is the look.
+    for (const int alpha : fade::Ramp()) {
+        platform::Sleep(FadeSleepMs);
+        const QRect changed = fade::BlendOver(FadeFrom->picture(), FadeTo->picture(), at, alpha);
+        if (!changed.isEmpty()) FadeFrom->repaint(changed);
+        if (ExitShow) return;
+        QCoreApplication::processEvents();
+    }
+
+    LastFadeSeconds = static_cast<float>(fade::WholeSecondsBetween(start, platform::Now()));
+
+    // The blended screen stays underneath, so that a smaller picture is seen against what the
+    // fade ended on.
+    Backdrop->setGeometry(0, 0, FadeFrom->picture().width(), FadeFrom->picture().height());
+    Backdrop->setPixmap(QPixmap::fromImage(FadeFrom->picture()));
+    Backdrop->repaint();
+    FadeTo->clearPicture();
+    FadeFrom->hide();
+    FadeFrom->clearPicture();
+
+    if (sourceDib) {
+        const QImage frame = dib::DibToImage(sourceDib.get());
         thePhoto->setGeometry(placeX, placeY, frame.width(), frame.height());
-        thePhoto->show();
+        thePhoto->setPixmap(QPixmap::fromImage(frame));
         thePhoto->repaint();
+        thePhoto->show();
     }
     sourceDib.reset();
 
+    if (FadeSleepMs == 0) FadeSleepMs = 1;
+    xFadeStepTime = fade::TunedStepTime(LastFadeSeconds, FadeSleepMs, xFadeStepTime);
+    BugLog(QStringLiteral("(xfade step is now %1)")
+               .arg(QString::number(static_cast<double>(xFadeStepTime), 'g', 7)));
+
     if (!StartingUp) ImagesShown += 1.0;
     std::swap(CurrentFrameSlot, NextFrameSlot);
-    PrevCanvasPosition = -1;
+    ImageSizeText[static_cast<std::size_t>(NextFrameSlot)].clear();
+    FrameNote[static_cast<std::size_t>(NextFrameSlot)].clear();
     Crossfading = false;
     NextChangeTime = platform::Now().addSecs(ImageInterval);
-    BugLog(QStringLiteral("CROSSFADE COMPLETE      (the crossfade took 0 s)"));
+    BugLog(QStringLiteral("CROSSFADE COMPLETE      (the crossfade took %1 s)")
+               .arg(QString::number(static_cast<double>(LastFadeSeconds), 'g', 7)));
     BugLog(QString());
 }
 

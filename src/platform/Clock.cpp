@@ -1,5 +1,6 @@
 #include "platform/Clock.h"
 
+#include <QThread>
 #include <optional>
 
 namespace platform {
@@ -23,6 +24,15 @@ QDate Today() {
 
 double SecondsSinceMidnight() {
     return Precise().time().msecsSinceStartOfDay() / 1000.0;
+}
+
+void Sleep(qint64 milliseconds) {
+    if (milliseconds <= 0) return;
+    if (g_fixed) {
+        *g_fixed = g_fixed->addMSecs(milliseconds);
+        return;
+    }
+    QThread::msleep(static_cast<unsigned long>(milliseconds));
 }
 
 void SetNow(const QDateTime& moment) {

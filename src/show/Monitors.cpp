@@ -1,4 +1,5 @@
 // Where the show stands on the screens, and which monitor each frame goes to.
+#include "compose/PictureBox.h"
 #include "platform/VbTimer.h"
 #include "platform/X11Windows.h"
 #include "show/frmSlideShow.h"
@@ -92,7 +93,8 @@ void frmSlideShow::PrepScreen() {
     // readable over anything.
     Backdrop->lower();
     thePhoto->raise();
-    for (QLabel* box : CaptionBox)
+    FadeFrom->raise();
+    for (auto* box : CaptionBox)
         box->raise();
     picBootStatus->raise();
     picDeBug->raise();
@@ -119,16 +121,10 @@ void frmSlideShow::PrepScreen() {
     }
 }
 
-// STAND-IN until the crossfade has its two fade pictures: there is nothing to move yet, so
-// only the rectangle they will take is logged.
 void frmSlideShow::SetFadersToMonitor(int monitor) {
     const QRect area = monitors::MonitorRect(*this, monitor);
-    BugLog(QStringLiteral("Faders on monitor %1 : %2,%3  %4 x %5")
-               .arg(monitor)
-               .arg(area.x())
-               .arg(area.y())
-               .arg(area.width())
-               .arg(area.height()));
+    FadeFrom->setGeometry(area);
+    FadeTo->setGeometry(area);
 }
 
 // The show is topmost and covers every monitor it uses, so its own contents are what that

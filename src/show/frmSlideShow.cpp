@@ -4,6 +4,7 @@
 #include "app/VbNumbers.h"
 #include "app/modMain.h"
 #include "compose/DibImage.h"
+#include "compose/PictureBox.h"
 #include "config/frmConfig.h"
 #include "platform/Clock.h"
 #include "platform/Cursor.h"
@@ -82,6 +83,30 @@ void frmSlideShow::BuildControls() {
     thePhoto = new QLabel(this);
     thePhoto->setObjectName(QStringLiteral("thePhoto"));
     thePhoto->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    // Above the pictures, below captions, status and debug window: created in that order.
+    FadeFrom = new PictureBox(this);
+    FadeFrom->setObjectName(QStringLiteral("FadeFrom"));
+    FadeFrom->hide();
+    FadeTo = new PictureBox(this);
+    FadeTo->setObjectName(QStringLiteral("FadeTo"));
+    FadeTo->hide();
+    for (int i = 0; i < static_cast<int>(PrevCanvas.size()); ++i) {
+        auto* canvas = new QLabel(this);
+        canvas->setObjectName(QStringLiteral("PrevCanvas(%1)").arg(i));
+        canvas->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        canvas->hide();
+        PrevCanvas[static_cast<std::size_t>(i)] = canvas;
+    }
+    auto overlay = [this](const char* name, const QString& resource) {
+        auto* label = new QLabel(this);
+        label->setObjectName(QLatin1String(name));
+        label->setPixmap(QPixmap(resource));
+        label->hide();
+        return label;
+    };
+    picSplash = overlay("picSplash", QStringLiteral(":/splash.png"));
+    picPressF1 = overlay("picPressF1", QStringLiteral(":/pressf1.png"));
+    picStamp = overlay("picStamp", QString());
 
     for (int i = 0; i < 2; ++i) {
         auto* box = new QLabel(this);

@@ -22,6 +22,7 @@
 #include <functional>
 #include <memory>
 
+class PictureBox;
 class QPixmap;
 class VbTimer;
 
@@ -127,6 +128,10 @@ public:
     void ApplyBackgroundToDIB(dib::Dib& canvas, bool& ok);
     void NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int areaW, int areaH, int placeX,
                       int placeY, int monitor, double seconds);
+    // Puts an overlay on a picture of the show's area, once per monitor in use, leaving out its
+    // magenta: 0 two thirds down, 1 a sixth down, 2 on the bottom edge.
+    void StampOnPicture(const QImage& source, QImage& target, std::int16_t position);
+    void SaveCurrentDesktopInPreviousStack();
     void NewCheckAndSetupPanoScrolling(int canvasW, int canvasH, int monitor, bool& scrolls,
                                        bool& horizontal, QPoint& place, QPoint& area,
                                        int& stepPixels, int& steps);
@@ -238,6 +243,9 @@ public:
     int MouseStartY = 0;
     // One counter per position in lstImageLists: rescans still to leave out.
     std::array<int, 255> ScanSkip{};
+    // The fade's pace: the sleep before each of its steps, and how long the last one took.
+    std::int32_t FadeSleepMs = 0;
+    float LastFadeSeconds = 0.0f;
     int PrevCanvasDepth = 3;
     int PrevCanvasCount = 0;
     int PrevCanvasPosition = -1;
@@ -292,6 +300,16 @@ public:
     // --- Controls ----------------------------------------------------------------------
     QLabel* Backdrop = nullptr;
     QLabel* thePhoto = nullptr;
+    // During a fade FadeFrom covers the show and accumulates the blend; FadeTo, never shown,
+    // holds the part of the new frame that fades in.
+    PictureBox* FadeFrom = nullptr;
+    PictureBox* FadeTo = nullptr;
+    // Earlier screens, newest first, for going back.
+    std::array<QLabel*, 4> PrevCanvas{};
+    // The overlays of the opening, and the work area that stretches one before it is stamped.
+    QLabel* picSplash = nullptr;
+    QLabel* picPressF1 = nullptr;
+    QLabel* picStamp = nullptr;
     std::array<QLabel*, 2> CaptionBox{};
     QWidget* picBootStatus = nullptr;
     QLabel* lblBootStatus = nullptr;

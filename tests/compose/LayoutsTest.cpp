@@ -11,6 +11,8 @@ protected:
         FormsFixture::SetUp();
         show = frmSlideShow::instance();
         show->Initialize();
+        // The fades here need no pace: no sleeps between their steps.
+        show->xFadeStepTime = 100.0f;
         QImage picture(64, 48, QImage::Format_RGB32);
         picture.fill(Qt::darkYellow);
         photo = install.filePath(QStringLiteral("p.jpg"));

@@ -302,7 +302,8 @@ TEST_F(ShowCycle, TunedStepTimeSurvivesIntoTheNextShow) {
 
     ExitShow = false;
     frmSlideShow* next = frmSlideShow::instance();
-    next->StartShow();
+    // Read at the start, before the opening fade tunes it again.
+    next->Initialize();
     EXPECT_FLOAT_EQ(next->xFadeStepTime, 0.25f);
 }
 
