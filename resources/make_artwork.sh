@@ -39,6 +39,10 @@ convert "$tmp/panel.png" \
     'photo slide show' \
     -resize '695x676!' PNG32:logo.png
 
+# The logo's mask for the show: white where the logo is opaque (its rounded panel), black
+# around it, one grey channel.
+convert logo.png -alpha extract -colorspace Gray -define png:color-type=0 -strip logo_mask.png
+
 # Stamped over black with magenta as the see-through colour: drawn without smoothing so that
 # no pink fringe is left at the edges.
 convert -size 600x200 xc:'#FF00FF' +antialias \

@@ -52,3 +52,78 @@ convert -size $size -define gradient:angle=135 gradient:'#fbd3e9-#bb377d' \
     -fill '#ffaf7bcc' -draw "circle 1150,720 1150,860" \
     -fill '#ffffff66' -draw "roundrectangle 200,700 700,900 40,40" \
     "${q[@]}" "$out/Shapes.jpg"
+
+# Masks: one grey channel, white where the photograph shows. The show stretches a mask to each
+# photograph, so the shapes are drawn at a plain 4:3 and need not fit any picture exactly.
+masks="$root/demo/Masks"
+mkdir -p "$masks"
+msize=800x600
+mq=(-colorspace Gray -quality 92 -strip)
+
+# A clean oval with a smoothed edge.
+convert -size $msize xc:black -fill white -draw "ellipse 400,300 372,276 0,360" \
+    -blur 0x1.2 "${mq[@]}" "$masks/Oval.jpg"
+
+# A rounded rectangle whose edge fades over a few pixels.
+convert -size $msize xc:black -fill white -draw "roundrectangle 40,40 759,559 70,70" \
+    -blur 0x9 "${mq[@]}" "$masks/Rounded soft.jpg"
+
+# A vignette: the middle whole, fading out towards the edges like an old print.
+convert -size $msize xc:black -fill white -draw "ellipse 400,300 318,228 0,360" -blur 0x48 \
+    "${mq[@]}" "$masks/Vignette.jpg"
+
+# Torn paper: a rectangle with ragged edges, the same tear every time the script runs.
+torn="$(awk 'function tear() { o += (rand() - 0.5) * 9; if (o < 0) o = 0; if (o > 22) o = 22
+        return int(o) }
+    BEGIN { srand(11); o = 10; p = ""
+    for (x = 30; x < 770; x += 5) p = p sprintf("%d,%d ", x, 30 + tear())
+    for (y = 30; y < 570; y += 5) p = p sprintf("%d,%d ", 770 - tear(), y)
+    for (x = 770; x > 30; x -= 5) p = p sprintf("%d,%d ", x, 570 - tear())
+    for (y = 570; y > 30; y -= 5) p = p sprintf("%d,%d ", 30 + tear(), y)
+    print p }')"
+convert -size $msize xc:black -fill white -draw "polygon $torn" -blur 0x0.8 \
+    "${mq[@]}" "$masks/Torn paper.jpg"
+
+# Backgrounds: textures whose right edge meets their left and whose top meets their bottom, so
+# that the tiles join without a seam. Everything blurred wraps round the edges.
+backgrounds="$root/demo/Backgrounds"
+mkdir -p "$backgrounds"
+bq=(-quality 90 -strip -type TrueColor)
+
+# One grey channel of random noise, seeded so that the script draws the same picture each time.
+noise() { # seed size
+    convert -seed "$1" -size "$2" xc: +noise Random -channel R -separate +channel "$3"
+}
+tmp="$(mktemp -d)"
+trap 'rm -rf "$tmp"' EXIT
+
+# Linen: threads both ways over a warm grey, with a little grain.
+noise 3 256x1 "$tmp/warp.png"
+noise 4 1x256 "$tmp/weft.png"
+noise 5 256x256 "$tmp/grain.png"
+convert \( "$tmp/warp.png" -sample '256x256!' \) \( "$tmp/weft.png" -sample '256x256!' \) \
+    -compose Multiply -composite \
+    \( "$tmp/grain.png" -virtual-pixel tile -blur 0x0.6 \) -compose Overlay -composite \
+    -virtual-pixel tile -blur 0x0.5 -level 5%,95% \
+    -set colorspace sRGB -colorspace sRGB +level-colors '#b3a68f','#eee6d6' \
+    "${bq[@]}" "$backgrounds/Linen.jpg"
+
+# Wood: rings from smooth noise stretched along the grain, with fine streaks. The smooth noise
+# is enlarged from the middle of a 3 x 3 tiling of itself, so that it still wraps.
+noise 6 64x24 "$tmp/knots.png"
+noise 8 512x1 "$tmp/streaks.png"
+convert "$tmp/knots.png" -virtual-pixel tile -blur 0x2.5 -auto-level \
+    \( +clone +clone \) +append \( +clone +clone \) -append \
+    -resize '1536x1536!' -crop 512x512+512+512 +repage -function Sinusoid 5,0 -auto-level \
+    \( "$tmp/streaks.png" -sample '512x512!' -level 0%,160% \) -compose Multiply -composite \
+    -auto-level -set colorspace sRGB -colorspace sRGB +level-colors '#6b3f1d','#c08850' \
+    "${bq[@]}" "$backgrounds/Wood.jpg"
+
+# Dark paper: soft clouds under a fine tooth, blue-grey and quiet behind bright photographs.
+noise 9 384x384 "$tmp/clouds.png"
+noise 10 384x384 "$tmp/tooth.png"
+convert "$tmp/clouds.png" -virtual-pixel tile -blur 0x20 -auto-level -level -40%,140% \
+    \( "$tmp/tooth.png" -virtual-pixel tile -blur 0x0.7 -level -60%,160% \) \
+    -compose Overlay -composite \
+    -set colorspace sRGB -colorspace sRGB +level-colors '#1c2129','#363d49' \
+    "${bq[@]}" "$backgrounds/Dark paper.jpg"

@@ -144,30 +144,6 @@ void frmSlideShow::SetFourUpImagePositions() {
                         : Round(MonitorHeight[set] * static_cast<double>(FourUpScale));
 }
 
-// STAND-IN until masks exist: no image gets one.
-void frmSlideShow::UseAMask(dib::Dib& alphaDIB, int width, int height, bool& ok) {
-    Q_UNUSED(width);
-    Q_UNUSED(height);
-    alphaDIB.reset();
-    ok = false;
-}
-
-// STAND-IN until shadows exist: no shadow is made.
-dib::Dib frmSlideShow::MakeShadowDIB(FIBITMAP* imageDIB, int distance, bool noMaskShape,
-                                     QString& errorText) {
-    Q_UNUSED(imageDIB);
-    Q_UNUSED(distance);
-    Q_UNUSED(noMaskShape);
-    errorText = QStringLiteral("shadows are not made yet");
-    return nullptr;
-}
-
-// STAND-IN until background pictures exist: the canvas takes the background colour.
-void frmSlideShow::ApplyBackgroundToDIB(dib::Dib& canvas, bool& ok) {
-    Q_UNUSED(canvas);
-    ok = false;
-}
-
 void frmSlideShow::AssembleCanvas(int layout) {
     static const char* const names[] = {"LAYOUT = Normal", "LAYOUT = Image Stack",
                                         "LAYOUT = Four Up"};
@@ -302,7 +278,8 @@ void frmSlideShow::AssembleCanvas(int layout) {
     } else {
         SetStatus(QStringLiteral("Making Shadow ... "));
         QString errorText;
-        shadowDIB = MakeShadowDIB(imageDIB.dib.get(), ShadowDistance, noMaskShape, errorText);
+        shadowDIB = MakeShadowDIB(imageDIB.dib.get(), ShadowDistance, noMaskShape, errorText,
+                                  lblBootStatus);
         BugLog(shadowDIB ? QStringLiteral("Shadow DIB created successfully")
                          : QStringLiteral("ERROR making shadow DIB : ") + errorText);
     }

@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QHBoxLayout>
+#include <QPixmap>
 #include <QVBoxLayout>
 
 int LongProcessIntervalFor(std::int16_t imageInterval) {
@@ -164,6 +165,11 @@ void frmSlideShow::BuildControls() {
     debugLayout->addWidget(lstDebug);
     picDeBug->setGeometry(60, 60, 720, 420);
     picDeBug->hide();
+
+    imgFloatingLogoMask = new QLabel(this);
+    imgFloatingLogoMask->setObjectName(QStringLiteral("imgFloatingLogoMask"));
+    imgFloatingLogoMask->setPixmap(QPixmap(QStringLiteral(":/logo_mask.png")));
+    imgFloatingLogoMask->hide();
 
     // Every surface reports pointer moves, so that a moved mouse can end the show.
     const auto children = findChildren<QWidget*>();

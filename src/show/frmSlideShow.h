@@ -124,7 +124,8 @@ public:
     void SetFourUpImagePositions();
     void ReloadFourUpPoints();
     void UseAMask(dib::Dib& alphaDIB, int width, int height, bool& ok);
-    dib::Dib MakeShadowDIB(FIBITMAP* imageDIB, int distance, bool noMaskShape, QString& errorText);
+    dib::Dib MakeShadowDIB(FIBITMAP* imageDIB, std::int32_t& distance, bool noMaskShape,
+                           QString& errorText, QLabel* statusLabel);
     void ApplyBackgroundToDIB(dib::Dib& canvas, bool& ok);
     void NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int areaW, int areaH, int placeX,
                       int placeY, int monitor, double seconds);
@@ -187,6 +188,23 @@ public:
     QStringList lstBackgroundImages;
     QStringList lstMasks;
     platform::FileListBox SoundsFileBox;
+
+    // --- Masks, shadows and backgrounds ---------------------------------------------------
+    // Blurs the 8-bit shadow in place, showing its progress on the label and letting a key
+    // stop the show meanwhile.
+    void BlurShadow(FIBITMAP* dib, int radius, int testDistance, int strengthPercent,
+                    bool noMaskShape, QLabel* statusLabel);
+    // A file named background* beside the photograph; "(none)" when there is none.
+    void ThereIsALocalBackgroundImage(const QString& imagePath, QString& backgroundPath,
+                                      bool& found);
+    // Uses of the random mask in force, and whether any mask has been read yet.
+    std::int16_t MaskUseCount = 0;
+    bool MaskChosen = false;
+    QString LocalBackgroundPath;
+    // Keeps the listing of the last folder that existed.
+    platform::FileListBox fileboxLocalBackground;
+    // The logo's own mask, for the frames that can show nothing but the logo.
+    QLabel* imgFloatingLogoMask = nullptr;
 
     // --- State of the show -------------------------------------------------------------
     bool MemLogOpen = false;
