@@ -23,6 +23,13 @@ bool TileBackground(const QString& fileName, dib::Dib& canvas, QString& errorTex
     FREE_IMAGE_FORMAT format = FIF_UNKNOWN;
     if (!LoadIntoDIB(fileName, tile, errorText, format)) return false;
     errorText.clear();
+    // The pastes need both pictures at the same depth: a grey, paletted or transparent picture
+    // would otherwise leave the canvas unpainted, black whatever the background colour.
+    if (canvas && FreeImage_GetBPP(tile.get()) != FreeImage_GetBPP(canvas.get())) {
+        Dib same(FreeImage_GetBPP(canvas.get()) == 32 ? FreeImage_ConvertTo32Bits(tile.get())
+                                                      : FreeImage_ConvertTo24Bits(tile.get()));
+        if (same) tile = std::move(same);
+    }
     const int canvasW = canvas ? static_cast<int>(FreeImage_GetWidth(canvas.get())) : 0;
     const int canvasH = canvas ? static_cast<int>(FreeImage_GetHeight(canvas.get())) : 0;
     for (const TilePiece& p :

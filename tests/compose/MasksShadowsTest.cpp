@@ -274,8 +274,15 @@ TEST_F(MasksShadows, TileBackgroundCoversTheCanvas) {
                                  ? QStringLiteral("Tilebackground : Pasting error onto 20,16")
                                  : QString());
     }
+    // A grey picture is brought to the canvas's depth rather than left unpasted.
+    QImage grey(6, 6, QImage::Format_Grayscale8);
+    grey.fill(QColor(90, 90, 90));
+    ASSERT_TRUE(grey.save(install.filePath(QStringLiteral("grey.png"))));
     dib::Dib d(FreeImage_Allocate(5, 5, 24));
     QString errorText;
+    ASSERT_TRUE(
+        MFreeImage::TileBackground(install.filePath(QStringLiteral("grey.png")), d, errorText));
+    EXPECT_NEAR(At(d, 2, 2).green(), 90, 2);
     EXPECT_FALSE(
         MFreeImage::TileBackground(install.filePath(QStringLiteral("gone.png")), d, errorText));
 }
