@@ -31,23 +31,23 @@ int Table(int key) {
     case Qt::Key_CapsLock:
         return 20;
     case Qt::Key_Escape:
-        return 27;
+        return vk::Escape;
     case Qt::Key_Space:
-        return 32;
+        return vk::Space;
     case Qt::Key_PageUp:
-        return 33;
+        return vk::PageUp;
     case Qt::Key_PageDown:
-        return 34;
+        return vk::PageDown;
     case Qt::Key_End:
         return 35;
     case Qt::Key_Home:
         return 36;
     case Qt::Key_Left:
-        return 37;
+        return vk::Left;
     case Qt::Key_Up:
         return 38;
     case Qt::Key_Right:
-        return 39;
+        return vk::Right;
     case Qt::Key_Down:
         return 40;
     case Qt::Key_Print:
@@ -84,7 +84,7 @@ int Table(int key) {
     }
     if (key >= Qt::Key_A && key <= Qt::Key_Z) return 65 + (key - Qt::Key_A);
     if (key >= Qt::Key_0 && key <= Qt::Key_9) return 48 + (key - Qt::Key_0);
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return 112 + (key - Qt::Key_F1);
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return vk::F1 + (key - Qt::Key_F1);
     return 0;
 }
 
@@ -93,9 +93,9 @@ int KeypadTable(int key) {
     switch (key) {
     // With num lock off the keypad arrows arrive as plain cursor keys.
     case Qt::Key_Left:
-        return 100;
+        return vk::Numpad4;
     case Qt::Key_Right:
-        return 102;
+        return vk::Numpad6;
     case Qt::Key_Asterisk:
         return 106;
     case Qt::Key_Plus:

@@ -89,19 +89,38 @@ void frmSlideShow::PrepScreen() {
     Backdrop->setGeometry(0, 0, FormWidth, FormHeight);
     thePhoto->setGeometry(0, 0, FormWidth, FormHeight);
 
-    // From the back: the ground, the photo, the captions, then the panels that must stay
-    // readable over anything.
+    // From the back: the ground, the photo, the fade, the signs, the captions, then the panels
+    // that must stay readable over anything.
     Backdrop->lower();
     thePhoto->raise();
     FadeFrom->raise();
+    for (int i = 1; i <= 4; ++i) {
+        picJumpingForward[static_cast<std::size_t>(i)]->raise();
+        picJumpingBack[static_cast<std::size_t>(i)]->raise();
+    }
     for (auto* box : CaptionBox)
         box->raise();
     picBootStatus->raise();
+    picCommands->raise();
     picDeBug->raise();
 
+    for (int i = 1; i <= 4; ++i) {
+        const auto n = static_cast<std::size_t>(i);
+        if (MonitorEnabled[n]) {
+            picPaused[n]->move(monitors::PausedOverlayPlace(*this, i, picPaused[n]->size()));
+            picJumpingForward[n]->move(
+                monitors::JumpOverlayPlace(*this, i, picJumpingForward[n]->size()));
+            picJumpingBack[n]->move(
+                monitors::JumpOverlayPlace(*this, i, picJumpingBack[n]->size()));
+        }
+        picPaused[n]->hide();
+        picJumpingForward[n]->hide();
+        picJumpingBack[n]->hide();
+    }
     picBootStatus->setGeometry(CaptionLeft, CaptionTop, CaptionWidth,
                                picBootStatus->sizeHint().height());
     picDeBug->move(60, 60);
+    FillCommandsBox();
 
     show();
     raise();

@@ -5,8 +5,11 @@
 #include "platform/VbTimer.h"
 #include "show/frmSlideShow.h"
 
+#include <QFile>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QSaveFile>
+#include <QTextStream>
 
 namespace {
 constexpr int kMouseSlack = 4;
@@ -59,21 +62,24 @@ void frmSlideShow::ExitRequested(bool setLoadingText) {
 }
 
 void frmSlideShow::KeyTrap(int keyCode) {
+    using namespace platform;
     BugLog(
         QStringLiteral("************************** USER KEYBOARD INPUT ************************"));
-    if (keyCode == 255) {
-        if (platform::GetKeyState(39) & 0x8000) keyCode = 39;
-        if (platform::GetKeyState(37) & 0x8000) keyCode = 37;
+    ShowTrappedAsyncKeys();
+    if (keyCode == vk::Unknown) {
+        // Left wins over right when a remote control seems to hold both.
+        if (GetKeyState(vk::Right) & 0x8000) keyCode = vk::Right;
+        if (GetKeyState(vk::Left) & 0x8000) keyCode = vk::Left;
         BugLog(QStringLiteral(" Keycode 255 - converting using GetKeyState to keycode ") +
                QString::number(keyCode));
     }
     BugLog(QStringLiteral(" Key Trap: code is ") + QString::number(keyCode));
 
     switch (keyCode) {
-    case 67: // C
-        // STAND-IN: captions arrive with the caption routines; the key is taken, not an exit.
+    case vk::C:
+        ToggleCaptions();
         return;
-    case 68: // D
+    case vk::D:
         if (DebugLogOn()) {
             picDeBug->setVisible(!picDeBug->isVisible());
             picDeBug->raise();
@@ -82,31 +88,132 @@ void frmSlideShow::KeyTrap(int keyCode) {
             return;
         }
         break;
-    case 37:
-    case 100:
-    case 33:
-        // STAND-IN: going back needs the stack of earlier frames; the key is taken meanwhile.
+    case vk::Left:
+    case vk::Numpad4:
+    case vk::PageUp:
+        // The fade is grabbing and blending the screen: an earlier one cannot come in now.
+        if (Crossfading) return;
+        for (int i = 1; i <= 4; ++i)
+            if (MonitorEnabled[static_cast<std::size_t>(i)]) {
+                picJumpingBack[static_cast<std::size_t>(i)]->raise();
+                picJumpingBack[static_cast<std::size_t>(i)]->show();
+            }
+        ++PrevCanvasPosition;
+        for (auto* box : CaptionBox)
+            box->hide();
+        ShowPrevCanvas(PrevCanvasPosition);
+        ScrollTimer->setEnabled(false);
+        for (int i = 1; i <= 4; ++i)
+            picJumpingBack[static_cast<std::size_t>(i)]->hide();
         return;
-    case 39:
-    case 102:
-    case 34:
-        if (!JumpRequested) JumpToNextPhoto();
+    case vk::Right:
+    case vk::Numpad6:
+    case vk::PageDown:
+        if (JumpRequested) return;
+        for (int i = 1; i <= 4; ++i)
+            if (MonitorEnabled[static_cast<std::size_t>(i)]) {
+                QLabel* arrow = picJumpingForward[static_cast<std::size_t>(i)];
+                arrow->raise();
+                arrow->show();
+                arrow->repaint();
+            }
+        JumpToNextPhoto();
         return;
-    case 32:
+    case vk::Space:
         HoldPhoto();
         return;
-    case 112: // F1
-    case 77:  // M
-    case 78:  // N
-        // STAND-IN: help box, marking and the night screen come with their own routines.
+    case vk::F1:
+        picCommands->setVisible(!picCommands->isVisible());
+        picCommands->raise();
         return;
-    case 27:
+    case vk::M:
+        MarkThisImage();
+        return;
+    case vk::N:
+        // STAND-IN until night mode: the key is taken, not an exit.
+        return;
+    case vk::Escape:
         ExitRequested(false);
         return;
     default:
         break;
     }
     if (ExitOnKey) ExitRequested(true);
+}
+
+void frmSlideShow::ShowTrappedAsyncKeys() {
+    if (!DebugLogOn()) return;
+    for (int key = 0; key <= 255; ++key) {
+        const short state = platform::GetAsyncKeyState(key);
+        if ((state & 128) != 0 || state != 0)
+            BugLog(QStringLiteral("    GetAsyncKey ") + QString::number(key) +
+                   QStringLiteral(" state ") + QString::number(state));
+    }
+}
+
+void frmSlideShow::ShowPrevCanvas(int position) {
+    if (position > PrevCanvasCount || position < 0 ||
+        position >= static_cast<int>(PrevCanvas.size()))
+        return;
+    MainTimer->setEnabled(false);
+    thePhoto->hide();
+    QLabel* canvas = PrevCanvas[static_cast<std::size_t>(position)];
+    canvas->setGeometry(0, 0, FormWidth, FormHeight);
+    canvas->raise();
+    canvas->show();
+    MainTimer->setEnabled(true);
+}
+
+void frmSlideShow::ToggleCaptions() {
+    ShowCaptions = !ShowCaptions;
+    BugLog(ShowCaptions ? QStringLiteral(" - Captions On") : QStringLiteral(" - Captions Off"));
+    UpdateCaption();
+}
+
+void frmSlideShow::MarkThisImage() {
+    lstTempImageList.clear();
+    const QString fileName = InstallDir + QStringLiteral("/MarkedImages.txt");
+    QFile in(fileName);
+    if (in.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        QTextStream stream(&in);
+        while (!stream.atEnd())
+            lstTempImageList.add(stream.readLine().trimmed(), 0);
+    }
+    lstTempImageList.add(CurrentImage, 0);
+    // Rewritten whole through a temporary file: a stop half-way leaves the old list.
+    QSaveFile out(fileName);
+    if (!out.open(QIODevice::WriteOnly)) return;
+    QByteArray text;
+    for (int i = 0; i < lstTempImageList.count(); ++i)
+        text += lstTempImageList.text(i).toUtf8() + "\r\n";
+    out.write(text);
+    if (!out.commit()) return;
+    BugLog(QStringLiteral(" "));
+    BugLog(QStringLiteral(" ** added the following image to the Marked Images list ** "));
+    BugLog(CurrentImage);
+    BugLog(QStringLiteral(" "));
+    picMarked->setPixmap(picMarked->pixmap());
+}
+
+void frmSlideShow::FillCommandsBox() {
+    static const char* const keys[] = {
+        "Esc", "left arrow / PgUp", "right arrow / PgDwn", "C", "N", "M", "F1"};
+    static const char* const actions[] = {
+        "Quit the slide show",       "Go back to a previous photo",
+        "Load next photo",           "Show or hide captions",
+        "Turn Night Mode on/off",    "Add photo to Marked Images.txt file",
+        "Show / hide this info box."};
+    QStringList left, right;
+    for (const char* k : keys)
+        left << QLatin1String(k);
+    for (const char* a : actions)
+        right << QLatin1String(a);
+    // Two line ends between rows, as the box has always had them.
+    lblCommands1->setText(left.join(QStringLiteral("\n\n")));
+    lblCommands2->setText(right.join(QStringLiteral("\n\n")));
+    picCommands->adjustSize();
+    const QRect area(CaptionLeft, CaptionTop, CaptionWidth, CaptionHeight);
+    picCommands->move(area.center() - picCommands->rect().center());
 }
 
 void frmSlideShow::CheckMouseMove() {
@@ -156,16 +263,25 @@ void frmSlideShow::FinishJump() {
     if (!ExitShow) MainTimer->setEnabled(true);
 }
 
-// The paused overlay is still a STAND-IN: the flag holds the photo, but nothing on the screen
-// says so until the show's overlay pictures exist.
 void frmSlideShow::HoldPhoto() {
     if (Paused) {
         BugLog(QStringLiteral(" - UnPausing"));
         Paused = false;
+        for (int i = 1; i <= 4; ++i)
+            picPaused[static_cast<std::size_t>(i)]->hide();
     } else {
         BugLog(QStringLiteral(" - Pausing"));
         Paused = true;
+        for (int i = 1; i <= 4; ++i)
+            if (MonitorEnabled[static_cast<std::size_t>(i)]) {
+                picPaused[static_cast<std::size_t>(i)]->raise();
+                picPaused[static_cast<std::size_t>(i)]->show();
+            }
     }
     // A pause cannot be held over a night.
-    if (NightOn) Paused = false;
+    if (NightOn) {
+        Paused = false;
+        for (int i = 1; i <= 4; ++i)
+            picPaused[static_cast<std::size_t>(i)]->hide();
+    }
 }

@@ -102,9 +102,20 @@ void frmSlideShow::BuildControls() {
         auto* label = new QLabel(this);
         label->setObjectName(QLatin1String(name));
         label->setPixmap(QPixmap(resource));
+        label->adjustSize();
         label->hide();
         return label;
     };
+    for (int i = 1; i <= 4; ++i) {
+        const auto n = static_cast<std::size_t>(i);
+        picJumpingForward[n] = overlay("", QStringLiteral(":/jump_forward.png"));
+        picJumpingForward[n]->setObjectName(QStringLiteral("picJumpingForward(%1)").arg(i));
+        picJumpingBack[n] = overlay("", QStringLiteral(":/jump_back.png"));
+        picJumpingBack[n]->setObjectName(QStringLiteral("picJumpingBack(%1)").arg(i));
+        picPaused[n] = overlay("", QStringLiteral(":/paused.png"));
+        picPaused[n]->setObjectName(QStringLiteral("picPaused(%1)").arg(i));
+    }
+    picMarked = overlay("picMarked", QString());
     picSplash = overlay("picSplash", QStringLiteral(":/splash.png"));
     picPressF1 = overlay("picPressF1", QStringLiteral(":/pressf1.png"));
     picStamp = overlay("picStamp", QString());
@@ -140,6 +151,33 @@ void frmSlideShow::BuildControls() {
     statusLayout->addWidget(lblBootStatus);
     statusLayout->addWidget(lblBootStatus2);
     picBootStatus->hide();
+
+    picCommands = new QWidget(this);
+    picCommands->setObjectName(QStringLiteral("picCommands"));
+    picCommands->setAttribute(Qt::WA_StyledBackground, true);
+    picCommands->setStyleSheet(
+        QStringLiteral("#picCommands { background-color: rgba(12, 16, 24, 225); border: 1px solid "
+                       "rgba(255,255,255,90); border-radius: 10px; }"
+                       "QLabel { background: transparent; font-size: 12pt; }"
+                       "#picCommandsTitle { color: #f4f1ea; font-size: 14pt; font-weight: bold; }"
+                       "#lblCommands1 { color: #ffd27a; font-weight: bold; }"
+                       "#lblCommands2 { color: #e8edf3; }"));
+    auto* commandsTitle = new QLabel(QStringLiteral("Tessaview keys"), picCommands);
+    commandsTitle->setObjectName(QStringLiteral("picCommandsTitle"));
+    lblCommands1 = new QLabel(picCommands);
+    lblCommands1->setObjectName(QStringLiteral("lblCommands1"));
+    lblCommands2 = new QLabel(picCommands);
+    lblCommands2->setObjectName(QStringLiteral("lblCommands2"));
+    auto* commandsLayout = new QVBoxLayout(picCommands);
+    commandsLayout->setContentsMargins(24, 16, 28, 18);
+    commandsLayout->setSpacing(10);
+    commandsLayout->addWidget(commandsTitle);
+    auto* commandsColumns = new QHBoxLayout();
+    commandsColumns->setSpacing(28);
+    commandsColumns->addWidget(lblCommands1);
+    commandsColumns->addWidget(lblCommands2, 1);
+    commandsLayout->addLayout(commandsColumns);
+    picCommands->hide();
 
     picDeBug = new QWidget(this);
     picDeBug->setObjectName(QStringLiteral("picDeBug"));
@@ -316,9 +354,13 @@ void frmSlideShow::ChangePhotos() {
         CanvasDIB ? static_cast<int>(FreeImage_GetHeight(CanvasDIB.get())) : 0, NextMonitorSet,
         PanoScrolls[slot], PanoHorizontal[slot], place, area, PanoStep[slot], PanoSteps[slot]);
 
-    for (QLabel* box : CaptionBox) {
+    for (auto* box : CaptionBox) {
         box->hide();
         box->repaint();
+    }
+    for (int i = 1; i <= 4; ++i) {
+        picJumpingForward[static_cast<std::size_t>(i)]->hide();
+        picJumpingBack[static_cast<std::size_t>(i)]->hide();
     }
 
     NewCrossfade(CanvasDIB, area.x(), area.y(), MonitorWidth[set], MonitorHeight[set], place.x(),

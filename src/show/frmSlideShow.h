@@ -82,6 +82,14 @@ public:
     void JumpToNextPhoto();
     void FinishJump();
     void HoldPhoto();
+    void ToggleCaptions();
+    // Appends the photo on the screen to MarkedImages.txt in the install folder.
+    void MarkThisImage();
+    // Shows an earlier screen, 0 the newest; the timer's next change brings the show back.
+    void ShowPrevCanvas(int position);
+    void FillCommandsBox();
+    // Logs every key the program sees held down: what odd remote controls send.
+    void ShowTrappedAsyncKeys();
 
     // --- Monitors ----------------------------------------------------------------------
     // The screens as the desktop has them now, and the report of them for the log.
@@ -324,6 +332,15 @@ public:
     PictureBox* FadeTo = nullptr;
     // Earlier screens, newest first, for going back.
     std::array<QLabel*, 4> PrevCanvas{};
+    // Signs over the pictures, one per monitor 1 to 4 (0 unused).
+    std::array<QLabel*, 5> picJumpingForward{};
+    std::array<QLabel*, 5> picJumpingBack{};
+    std::array<QLabel*, 5> picPaused{};
+    // The box of key commands, shown and hidden with F1.
+    QWidget* picCommands = nullptr;
+    QLabel* lblCommands1 = nullptr;
+    QLabel* lblCommands2 = nullptr;
+    QLabel* picMarked = nullptr;
     // The overlays of the opening, and the work area that stretches one before it is stamped.
     QLabel* picSplash = nullptr;
     QLabel* picPressF1 = nullptr;
