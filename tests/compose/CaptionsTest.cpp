@@ -1,6 +1,7 @@
 #include "compose/Captions.h"
 #include "TestSupport.h"
 
+#include <QFontDatabase>
 #include <QImage>
 
 namespace {
@@ -265,6 +266,40 @@ TEST_F(CaptionsForm, NoBoxesForTheLogoOrWithCaptionsOff) {
     show->UpdateCaption();
     EXPECT_TRUE(show->CaptionBox[0]->isHidden());
     EXPECT_TRUE(show->CaptionBox[1]->isHidden());
+}
+
+// Only the second line takes the chosen family; a family the machine lacks changes nothing.
+TEST_F(CaptionsForm, OnlyTheCaptionLineTakesTheFontFamily) {
+    const QString serif = QStringLiteral("DejaVu Serif");
+    if (!QFontDatabase::hasFamily(serif)) GTEST_SKIP() << "no DejaVu Serif on this machine";
+    const QString designed = show->lblTopCaption[1]->font().family();
+    ASSERT_NE(designed, serif);
+    show->CaptionFontName = serif;
+    show->CaptionFontSize = 14;
+    show->UpdateCaption();
+    EXPECT_EQ(show->lblCaption[1]->font().family(), serif);
+    EXPECT_EQ(show->lblTopCaption[1]->font().family(), designed);
+    EXPECT_EQ(show->lblDescription[1]->font().family(), designed);
+    EXPECT_EQ(show->lblTopCaption[1]->font().pointSizeF(), 14.0);
+
+    show->CaptionFontName = QStringLiteral("No Such Family Anywhere");
+    show->UpdateCaption();
+    EXPECT_EQ(show->lblCaption[1]->font().family(), serif);
+}
+
+TEST_F(CaptionsForm, StatusLineTitle) {
+    show->ImageTitles.add(QStringLiteral("Harbour"), 1);
+    show->ImageTitles.add(QStringLiteral("   "), 2);
+    const std::pair<std::int32_t, const char*> rows[] = {
+        {1, "Harbour"}, {2, "(blank title)"}, {3, "/p/a/x.jpg"}};
+    for (const auto& [tag, title] : rows) {
+        QString result;
+        show->GetTitleOrFilename(QStringLiteral("/p/a/x.jpg"), tag, result);
+        EXPECT_EQ(result, title) << tag;
+    }
+    QString internal = QStringLiteral("left over");
+    show->GetTitleOrFilename(QStringLiteral("INTERNAL:0"), 1, internal);
+    EXPECT_EQ(internal, "");
 }
 
 } // namespace
