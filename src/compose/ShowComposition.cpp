@@ -243,9 +243,3 @@ void frmSlideShow::NewCheckAndSetupPanoScrolling(int canvasW, int canvasH, int m
 void frmSlideShow::ScrollPano() {
     ScrollTimer->setEnabled(false);
 }
-
-// STAND-IN until captions exist: both caption boxes stay hidden.
-void frmSlideShow::UpdateCaption() {
-    for (QLabel* box : CaptionBox)
-        box->hide();
-}

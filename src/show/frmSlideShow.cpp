@@ -120,12 +120,25 @@ void frmSlideShow::BuildControls() {
     picPressF1 = overlay("picPressF1", QStringLiteral(":/pressf1.png"));
     picStamp = overlay("picStamp", QString());
 
-    for (int i = 0; i < 2; ++i) {
+    // Each caption block: a box filled with the caption colour, holding its three labels,
+    // which draw no background of their own.
+    for (std::size_t i = 0; i < 2; ++i) {
         auto* box = new QLabel(this);
         box->setObjectName(QStringLiteral("CaptionBox(%1)").arg(i));
-        box->setStyleSheet(QStringLiteral("color: white; background: transparent;"));
+        box->setAutoFillBackground(true);
         box->hide();
-        CaptionBox[static_cast<std::size_t>(i)] = box;
+        CaptionBox[i] = box;
+        auto label = [box, i](const char* name) {
+            auto* l = new QLabel(box);
+            l->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i));
+            l->setTextFormat(Qt::PlainText);
+            l->hide();
+            return l;
+        };
+        lblTopCaption[i] = label("lblTopCaption");
+        lblCaption[i] = label("lblCaption");
+        lblDescription[i] = label("lblDescription");
+        lblDescription[i]->setWordWrap(true);
     }
 
     picBootStatus = new QWidget(this);

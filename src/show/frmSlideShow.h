@@ -145,7 +145,19 @@ public:
                                        bool& horizontal, QPoint& place, QPoint& area,
                                        int& stepPixels, int& steps);
     void ScrollPano();
+
+    // --- Captions ------------------------------------------------------------------------
+    // Writes and places both caption blocks for the frame on the screen.
     void UpdateCaption();
+    void AddToCaptionBlock(int block, const QString& text, int& count);
+    // Against the prefix list of the settings window as it stands now.
+    void DSCFiltered(const QString& fileName, bool& filtered);
+    void PositionCaptionBoxes(int monitor);
+    void FormatDate(const QString& exifDate, QString& text);
+    // For the status line: the list title of the entry, or the entry itself.
+    void GetTitleOrFilename(const QString& entry, std::int32_t tag, QString& title);
+    // Only lblCaption takes the family; a family the machine lacks leaves it as it was.
+    void SetFontName(int block, const QString& fontName);
 
     // --- Image selection -----------------------------------------------------------------
     // Appends that many entries to ShowList, with their captions to CaptionsList.
@@ -345,7 +357,12 @@ public:
     QLabel* picSplash = nullptr;
     QLabel* picPressF1 = nullptr;
     QLabel* picStamp = nullptr;
+    // A caption box is a framed label without text of its own that holds the three labels of
+    // its block.
     std::array<QLabel*, 2> CaptionBox{};
+    std::array<QLabel*, 2> lblTopCaption{};
+    std::array<QLabel*, 2> lblCaption{};
+    std::array<QLabel*, 2> lblDescription{};
     QWidget* picBootStatus = nullptr;
     QLabel* lblBootStatus = nullptr;
     QLabel* lblBootStatus2 = nullptr;
