@@ -2,7 +2,6 @@
 #include "TestSupport.h"
 
 #include <QDir>
-
 #include <QFontDatabase>
 #include <QImage>
 
