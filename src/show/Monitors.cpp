@@ -96,6 +96,9 @@ void frmSlideShow::PrepScreen() {
     FadeFrom->raise();
     for (auto* box : CaptionBox)
         box->raise();
+    picNightScreen->setGeometry(0, 0, FormWidth, FormHeight);
+    picNightScreen->raise();
+    picNightScreen->hide();
     picBootStatus->raise();
     picDeBug->raise();
 

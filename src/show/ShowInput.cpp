@@ -151,6 +151,7 @@ void frmSlideShow::JumpToNextPhoto() {
 
 void frmSlideShow::FinishJump() {
     ScrollTimer->setEnabled(false);
+    NightFadeBusy = false;
     JumpPending = false;
     ChangePhotos();
     if (!ExitShow) MainTimer->setEnabled(true);
