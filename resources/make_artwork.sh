@@ -56,6 +56,30 @@ convert -size 400x40 xc:'#FF00FF' +antialias \
     'Press F1 for help' \
     PNG24:pressf1.png
 
+# The night screen's sleep picture, stamped like the splash: a crescent moon (a disc with a
+# see-through disc bitten out of it), rising Zs and a few stars, again without smoothing.
+stars=()
+star() { # x y: adds a small four-pointed star to the drawing
+    stars+=(-draw "rectangle $(($1 - 1)),$(($2 - 6)) $(($1 + 1)),$(($2 + 6))")
+    stars+=(-draw "rectangle $(($1 - 6)),$(($2 - 1)) $(($1 + 6)),$(($2 + 1))")
+}
+star 46 40
+star 452 128
+star 250 40
+convert -size 500x240 xc:'#FF00FF' +antialias \
+    -fill '#f3dc93' -draw 'circle 110,104 110,26' \
+    -fill '#FF00FF' -draw 'circle 142,80 142,10' \
+    -fill '#e6edf7' -font "$FONT" -pointsize 88 -annotate +196+176 'Z' \
+    -pointsize 62 -annotate +282+122 'Z' \
+    -pointsize 44 -annotate +346+82 'z' \
+    -pointsize 32 -annotate +394+50 'z' \
+    -fill '#cfd9e8' "${stars[@]}" \
+    -draw 'rectangle 470,60 472,62' -draw 'rectangle 30,150 32,152' \
+    -draw 'rectangle 330,170 332,172' \
+    -fill '#9fb3c8' -font "$FONT_LIGHT" -pointsize 24 -gravity south -annotate +0+6 \
+    'Night mode  -  press N to wake' \
+    PNG24:zzzz.png
+
 convert "$tmp/panel.png" \
     "$tmp/p1.png" -geometry +60+150 -composite \
     "$tmp/p2.png" -geometry +300+140 -composite \

@@ -6,6 +6,7 @@
 #include "config/ColourButton.h"
 #include "config/frmConfig.h"
 #include "night_sound/AudioPlayers.h"
+#include "night_sound/NightZones.h"
 #include "platform/Clock.h"
 #include "platform/VbTimer.h"
 #include "prefs/MRegistry.h"
@@ -307,19 +308,7 @@ void frmSlideShow::LoadShowSettings() {
     BugLog(QStringLiteral("      start zone = ") + QString::number(NightStartZone));
     BugLog(QStringLiteral("        end zone = ") + QString::number(NightEndZone));
     BugLog(QStringLiteral("     monitor off = ") + prefs::BoolText(NightMonitorOff));
-    // The end zone is the quarter-hour at which the show resumes, so it is never night.
-    auto markNight = [this](int from, int to) {
-        for (int zone = std::max(from, 0); zone <= to && zone < static_cast<int>(NightZone.size());
-             ++zone)
-            NightZone[static_cast<std::size_t>(zone)] = true;
-    };
-    if (NightStartZone <= NightEndZone) {
-        markNight(NightStartZone, NightEndZone - 1);
-    } else {
-        // The night runs through midnight.
-        markNight(0, NightEndZone - 1);
-        markNight(NightStartZone, 96);
-    }
+    night::MarkNightZones(NightZone, NightStartZone, NightEndZone);
     BugLog(QStringLiteral(" Night mode zones : "));
 
     // --- Status, cache and ways out ------------------------------------------------------

@@ -100,6 +100,9 @@ void frmSlideShow::PrepScreen() {
     }
     for (auto* box : CaptionBox)
         box->raise();
+    picNightScreen->setGeometry(0, 0, FormWidth, FormHeight);
+    picNightScreen->raise();
+    picNightScreen->hide();
     picBootStatus->raise();
     picCommands->raise();
     picDeBug->raise();

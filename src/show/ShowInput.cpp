@@ -130,7 +130,7 @@ void frmSlideShow::KeyTrap(int keyCode) {
         MarkThisImage();
         return;
     case vk::N:
-        // STAND-IN until night mode: the key is taken, not an exit.
+        ToggleNightScreen();
         return;
     case vk::Escape:
         ExitRequested(false);
@@ -258,6 +258,7 @@ void frmSlideShow::JumpToNextPhoto() {
 
 void frmSlideShow::FinishJump() {
     ScrollTimer->setEnabled(false);
+    NightFadeBusy = false;
     JumpPending = false;
     ChangePhotos();
     if (!ExitShow) MainTimer->setEnabled(true);

@@ -221,6 +221,7 @@ void frmSlideShow::BuildControls() {
     imgFloatingLogoMask->setObjectName(QStringLiteral("imgFloatingLogoMask"));
     imgFloatingLogoMask->setPixmap(QPixmap(QStringLiteral(":/logo_mask.png")));
     imgFloatingLogoMask->hide();
+    BuildNightControls();
 
     // Every surface reports pointer moves, so that a moved mouse can end the show.
     const auto children = findChildren<QWidget*>();

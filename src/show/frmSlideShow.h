@@ -196,9 +196,25 @@ public:
     void SaveRemainingList();
     void LoadRemainingList(const QString& fileName);
     void RemainingListExists(bool& result);
+    // --- Night mode ------------------------------------------------------------------------
+    // Asks the schedule for the present quarter-hour; the answer is kept in NightModeWanted.
     bool NightModeShouldBeOn();
+    // The sleep picture, then a slow fade to black; the frame prepared meanwhile waits.
     void FadeToNight();
+    // Wakes the monitors and brings up the prepared frame at once.
     void FadeFromNight();
+    // The user's "N": night or day against the schedule, and back.
+    void ToggleNightScreen();
+    void TurnMonitorOff();
+    void TurnMonitorOn();
+    void BuildNightControls();
+    bool NightFadeBusy = false;
+    bool MonitorsOn = true;
+    bool NightModeWanted = false;
+    // Drawn on magenta, the see-through colour of StampOnPicture.
+    QLabel* picZzzz = nullptr;
+    // A black panel over the whole form, hidden.
+    QWidget* picNightScreen = nullptr;
     void CloseAudioPlayer(int slot);
 
     // Test hook: told the name of each step of StoptheShow as it runs.

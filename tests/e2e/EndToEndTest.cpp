@@ -289,3 +289,48 @@ TEST_F(EndToEnd, TwoMonitorsTakeTheirTurnsWithPhotographs) {
     x->run(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("Escape")});
     EXPECT_TRUE(Ended(show, 30s));
 }
+
+// A show started inside its night hours goes to the night screen: black from edge to edge once
+// the fades are done, with the monitors' power left alone where the server has no DPMS.
+TEST_F(EndToEnd, ShowStartedAtNightEndsOnABlackScreen) {
+    const QDir install(x->installDir());
+    {
+        QFile prefs(install.filePath(QStringLiteral("TView_Prefs.txt")));
+        ASSERT_TRUE(prefs.open(QIODevice::WriteOnly));
+        // Every quarter-hour of the day is night.
+        prefs.write("Tessaview Preferences File\r\n6.0.1\r\n=\r\nINTERVAL,1\r\nCROSSFADETIME,1\r\n"
+                    "NIGHT MODE,1,0,96,True\r\nDEBUGLOG\r\n");
+    }
+    QProcess* show = x->start({QStringLiteral("/s")});
+    ASSERT_TRUE(ShowIsUp());
+    const QString logPath = install.filePath(QStringLiteral("Tessaview_debug_log.txt"));
+    QString monitorLine;
+    ASSERT_TRUE(WaitFor(
+        [&] {
+            QFile log(logPath);
+            if (!log.open(QIODevice::ReadOnly)) return false;
+            for (const QString& line : QString::fromUtf8(log.readAll()).split(QLatin1Char('\n')))
+                if (line.startsWith(QStringLiteral("Turning the monitors off: ")))
+                    monitorLine = line.trimmed();
+            return !monitorLine.isEmpty();
+        },
+        90s));
+    EXPECT_TRUE(monitorLine.endsWith(QStringLiteral("nothing to switch")) ||
+                monitorLine.endsWith(QStringLiteral("done")))
+        << monitorLine.toStdString();
+
+    const QString shot = install.filePath(QStringLiteral("night.png"));
+    ASSERT_EQ(
+        x->run(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"), shot}),
+        0);
+    const QImage screen(shot);
+    ASSERT_FALSE(screen.isNull());
+    int lit = 0;
+    for (int py = 0; py < screen.height(); py += 3)
+        for (int px = 0; px < screen.width(); px += 3)
+            if (qGray(screen.pixel(px, py)) > 8) ++lit;
+    EXPECT_EQ(lit, 0);
+
+    x->run(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("Escape")});
+    EXPECT_TRUE(Ended(show, 30s));
+}
