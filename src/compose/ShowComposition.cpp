@@ -189,61 +189,6 @@ void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int a
     BugLog(QString());
 }
 
-// Where a frame goes on its monitor, and, for a canvas larger than the monitor, from which end
-// it will scroll: the crossfade brings in the monitor-sized part at that end, and thePhoto is
-// placed so that this part lies on the monitor when the fade ends.
-void frmSlideShow::NewCheckAndSetupPanoScrolling(int canvasW, int canvasH, int monitor,
-                                                 bool& scrolls, bool& horizontal, QPoint& place,
-                                                 QPoint& area, int& stepPixels, int& steps) {
-    const auto m = static_cast<std::size_t>(qBound(0, monitor, 4));
-    const int MW = MonitorWidth[m], MH = MonitorHeight[m];
-    scrolls = false;
-    horizontal = false;
-    place = QPoint(MonitorLeft[m], MonitorTop[m]);
-    area = QPoint(0, 0);
-    auto draw = [] { return static_cast<int>(vb::Int(100 * platform::Rnd())); };
-    if (canvasW > MW) {
-        BugLog(QStringLiteral(" Horizontal Scrolling Panoramic Image"));
-        scrolls = true;
-        horizontal = true;
-        steps = static_cast<int>(vb::RoundHalfEven(static_cast<double>(canvasW - MW) / ScrollStep));
-        if (draw() > 50) {
-            BugLog(QStringLiteral(" Moving to left edge"));
-            stepPixels = ScrollStep;
-        } else {
-            // The monitor's left is left out here; so it has always been.
-            BugLog(QStringLiteral(" Moving to right edge"));
-            place.setX(MW - canvasW);
-            area.setX(canvasW - MW);
-            stepPixels = -ScrollStep;
-        }
-        BugLog(QStringLiteral("   %1 scroll steps of %2").arg(steps).arg(stepPixels));
-    } else if (canvasH > MH) {
-        BugLog(QStringLiteral(" Vertical Scrolling Panoramic Image"));
-        scrolls = true;
-        steps = static_cast<int>(vb::RoundHalfEven(static_cast<double>(canvasH - MH) / ScrollStep));
-        if (draw() > 50) {
-            BugLog(QStringLiteral(" Moving to top edge"));
-            stepPixels = ScrollStep;
-        } else {
-            BugLog(QStringLiteral(" Moving to bottom edge"));
-            place.setY(MH - canvasH + MonitorTop[m]);
-            area.setY(canvasH - MH);
-            stepPixels = -ScrollStep;
-        }
-        BugLog(QStringLiteral("   %1 scroll steps of %2").arg(steps).arg(stepPixels));
-    } else {
-        BugLog(QStringLiteral(" Normal (not a Scrolling Panoramic Image)"));
-    }
-    BugLog(QStringLiteral(" xfade area: %1,%2  %3x%4").arg(area.x()).arg(area.y()).arg(MW).arg(MH));
-    BugLog(QStringLiteral("   position: %1,%2").arg(place.x()).arg(place.y()));
-}
-
-// STAND-IN until panoramas scroll: nothing moves.
-void frmSlideShow::ScrollPano() {
-    ScrollTimer->setEnabled(false);
-}
-
 // STAND-IN until captions exist: both caption boxes stay hidden.
 void frmSlideShow::UpdateCaption() {
     for (QLabel* box : CaptionBox)
