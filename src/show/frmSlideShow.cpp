@@ -48,7 +48,7 @@ frmSlideShow::frmSlideShow() {
     LongProcessTimer->setHandler([this] { LongProcessTimer_Timer(); });
     // Enabled from the start, as built; Initialize stops it.
     ScrollTimer = new VbTimer(100, true, this);
-    ScrollTimer->setHandler([this] { ScrollPano(); });
+    ScrollTimer->setHandler([this] { ScrollTimer_Timer(); });
     VolDownTimer = new VbTimer(200, false, this);
 
     BuildControls();

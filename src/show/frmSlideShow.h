@@ -145,6 +145,7 @@ public:
                                        bool& horizontal, QPoint& place, QPoint& area,
                                        int& stepPixels, int& steps);
     void ScrollPano();
+    void ScrollTimer_Timer();
 
     // --- Captions ------------------------------------------------------------------------
     // Writes and places both caption blocks for the frame on the screen.
@@ -282,10 +283,14 @@ public:
     // How each frame scrolls, by frame slot.
     std::array<bool, 2> PanoScrolls{};
     std::array<bool, 2> PanoHorizontal{};
-    std::array<int, 2> PanoStep{};
+    std::array<int, 2> PanoStep{1, 1};
     std::array<int, 2> PanoSteps{};
     int ScrollStep = 2;
     int ScrollInterval = 50;
+    // The running scroll: ticks so far, counted from 1, and its start in seconds of the day
+    // (for the log only).
+    std::int32_t ScrollTick = 0;
+    std::int32_t ScrollStartTime = 0;
     bool DownloadFileOpen = false;
     QString DownloadFileName;
     // Audio players holding a file, by slot; the show closes them when it stops.
