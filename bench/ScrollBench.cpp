@@ -3,8 +3,8 @@
 // side, as medians:
 // - ours: ScrollTimer_Timer, which moves thePhoto by the step, and the repaint that the move
 //   causes, processed;
-// - ours again with a caption box lying over the photo, which keeps the toolkit from shifting
-//   the screen's contents;
+// - ours again with a caption box over the photo, which the travelling photo draws itself so
+//   that the toolkit can still shift the screen's contents;
 // - plain: the visible part of the canvas cut out and set as a new picture of a screen-sized
 //   label each tick, processed;
 // each as a share of the 50 ms tick, with the ratio between them.
@@ -135,19 +135,24 @@ int main(int argc, char** argv) {
     checks.expect(moved == (rounds + 3) * show->ScrollStep, "each of our steps moved the photo");
     checks.expect(photoPaints.paints >= rounds, "each of our steps repainted the photo");
 
-    // A caption over the photo keeps the toolkit from shifting the screen: it must repaint the
-    // photo's visible part on each step.
+    // A caption box over the photo: as a sibling over the photo it would keep the toolkit from
+    // shifting the screen; the scroll has the photo draw its picture instead.
     QLabel* caption = show->CaptionBox[0];
     caption->setText(QStringLiteral("Garden panorama, a caption over the travelling photo"));
     caption->setGeometry(MW / 4, MH - 200, MW / 2, 80);
     caption->show();
     caption->raise();
+    show->ScrollPano();
+    show->ScrollTimer->setEnabled(false);
+    checks.expect(show->thePhoto->hasOverlays() && !caption->isVisible(),
+                  "the travelling photo draws the caption");
     const int paintsBefore = photoPaints.paints;
     const std::vector<double> covered = Times(rounds, [&] {
         show->ScrollTimer_Timer();
         QCoreApplication::processEvents();
     });
-    caption->hide();
+    for (QWidget* box : show->thePhoto->clearOverlays())
+        box->hide();
     checks.expect(photoPaints.paints - paintsBefore >= rounds,
                   "each step under a caption repainted the photo");
 
@@ -178,7 +183,10 @@ int main(int argc, char** argv) {
         "  ours, with a caption over it:      %7.2f ms  %5.1f %%  (x%.2f the time of ours)\n", c,
         100 * c / tickMs, a > 0 ? c / a : 0.0);
     checks.expect(a > 0 && b > 0 && c > 0, "each way took measurable time");
-    if (!quick) checks.expect(a <= 0.10 * tickMs, "our step within 10 % of the tick");
+    if (!quick) {
+        checks.expect(a <= 0.10 * tickMs, "our step within 10 % of the tick");
+        checks.expect(c <= 0.10 * tickMs, "our step under a caption within 10 % of the tick");
+    }
 
     frmSlideShow::unload();
     frmConfig::unload();

@@ -2,6 +2,7 @@
 // while the show's clock stands still.
 #include "app/VbNumbers.h"
 #include "app/modMain.h"
+#include "compose/PictureBox.h"
 #include "platform/Clock.h"
 #include "platform/Random.h"
 #include "platform/VbTimer.h"
@@ -81,6 +82,14 @@ void frmSlideShow::ScrollPano() {
     // the toolkit shift what is on the screen and paint only the strip that comes into view,
     // rather than the screen's worth of the photo with the form and Backdrop beneath it.
     thePhoto->setAttribute(Qt::WA_OpaquePaintEvent, true);
+    // The captions stay where they are on the screen, drawn by the photo for the travel.
+    std::vector<PhotoLabel::Overlay> overlays;
+    for (auto* box : CaptionBox)
+        if (box->isVisible()) {
+            overlays.push_back({box, box->geometry(), box->grab()});
+            box->hide();
+        }
+    thePhoto->setOverlays(std::move(overlays));
     BugLog(QStringLiteral(" - scroll prep done.  Turning on ScrollTimer ..."));
     ScrollTimer->setEnabled(true);
 }
@@ -100,9 +109,9 @@ void frmSlideShow::ScrollTimer_Timer() {
 
     const auto slot = static_cast<std::size_t>(CurrentFrameSlot);
     if (PanoHorizontal[slot])
-        thePhoto->move(thePhoto->x() - PanoStep[slot], thePhoto->y());
+        thePhoto->moveUnderOverlays(QPoint(thePhoto->x() - PanoStep[slot], thePhoto->y()));
     else
-        thePhoto->move(thePhoto->x(), thePhoto->y() - PanoStep[slot]);
+        thePhoto->moveUnderOverlays(QPoint(thePhoto->x(), thePhoto->y() - PanoStep[slot]));
 
     ++ScrollTick;
     if (ScrollTick > PanoSteps[slot]) {
@@ -111,6 +120,9 @@ void frmSlideShow::ScrollTimer_Timer() {
         const auto now =
             static_cast<std::int32_t>(vb::RoundHalfEven(platform::SecondsSinceMidnight()));
         BugLog(QStringLiteral(" (scrolling time was %1 s )").arg(now - ScrollStartTime));
+        // The captions are boxes of their own again.
+        for (QWidget* box : thePhoto->clearOverlays())
+            box->show();
         MainTimer->setEnabled(true);
     }
 }

@@ -36,3 +36,38 @@ void PictureBox::paintEvent(QPaintEvent* event) {
     for (const QRect& r : rest)
         p.fillRect(r, Qt::black);
 }
+
+void PhotoLabel::setOverlays(std::vector<Overlay> overlays) {
+    overlays_ = std::move(overlays);
+    for (const Overlay& o : overlays_)
+        update(o.place.translated(-pos()));
+}
+
+std::vector<QWidget*> PhotoLabel::clearOverlays() {
+    std::vector<QWidget*> sources;
+    for (const Overlay& o : overlays_) {
+        update(o.place.translated(-pos()));
+        sources.push_back(o.source);
+    }
+    overlays_.clear();
+    return sources;
+}
+
+void PhotoLabel::moveUnderOverlays(QPoint to) {
+    const QPoint shift = to - pos();
+    move(to);
+    // The shift carried the pictures along with the photo: where they were drawn and where the
+    // shift left them are painted again.
+    for (const Overlay& o : overlays_) {
+        const QRect there = o.place.translated(-pos());
+        update(there.united(there.translated(shift)));
+    }
+}
+
+void PhotoLabel::paintEvent(QPaintEvent* event) {
+    QLabel::paintEvent(event);
+    if (overlays_.empty()) return;
+    QPainter p(this);
+    for (const Overlay& o : overlays_)
+        p.drawPixmap(o.place.topLeft() - pos(), o.picture);
+}

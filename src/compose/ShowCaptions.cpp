@@ -2,6 +2,7 @@
 // where they go is worked out in compose/Captions; here the labels are filled, measured and
 // placed.
 #include "compose/Captions.h"
+#include "compose/PictureBox.h"
 #include "config/frmConfig.h"
 #include "lists/ImageEntry.h"
 #include "show/frmSlideShow.h"
@@ -61,6 +62,8 @@ Qt::Alignment AlignmentOf(captions::Align align) {
 } // namespace
 
 void frmSlideShow::UpdateCaption() {
+    // Pictures of the old boxes drawn by a travelling photo give way to the boxes themselves.
+    thePhoto->clearOverlays();
     const bool internal = IsInternalEntry(CurrentImage);
     const bool web = captions::IsWebImage(CaptionFullName);
     // A local photo's caption line carries its file name as its source; the folder items name

@@ -124,6 +124,7 @@ void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int a
     for (int i = 0; i <= qMin(PrevCanvasCount, static_cast<int>(PrevCanvas.size()) - 1); ++i)
         PrevCanvas[static_cast<std::size_t>(i)]->hide();
     thePhoto->clear();
+    thePhoto->clearOverlays();
     FadeTo->clearPicture();
 
     // Only the part that will be visible is blended, however large the canvas.

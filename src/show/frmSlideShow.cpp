@@ -81,7 +81,7 @@ void frmSlideShow::beforeUnload() {
 void frmSlideShow::BuildControls() {
     Backdrop = new QLabel(this);
     Backdrop->setObjectName(QStringLiteral("Backdrop"));
-    thePhoto = new QLabel(this);
+    thePhoto = new PhotoLabel(this);
     thePhoto->setObjectName(QStringLiteral("thePhoto"));
     thePhoto->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     // Above the pictures, below captions, status and debug window: created in that order.

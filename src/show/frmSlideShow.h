@@ -4,6 +4,7 @@
 #include "app/Forms.h"
 #include "app/TaggedStringList.h"
 #include "compose/FrameImage.h"
+#include "compose/PictureBox.h"
 #include "compose/clsEXIF.h"
 #include "platform/FileListing.h"
 #include "prefs/ShowPrefs.h"
@@ -22,7 +23,6 @@
 #include <functional>
 #include <memory>
 
-class PictureBox;
 class QPixmap;
 class VbTimer;
 
@@ -358,7 +358,7 @@ public:
 
     // --- Controls ----------------------------------------------------------------------
     QLabel* Backdrop = nullptr;
-    QLabel* thePhoto = nullptr;
+    PhotoLabel* thePhoto = nullptr;
     // During a fade FadeFrom covers the show and accumulates the blend; FadeTo, never shown,
     // holds the part of the new frame that fades in.
     PictureBox* FadeFrom = nullptr;

@@ -258,3 +258,30 @@ TEST_F(PanoForm, TheNextChangeWaitsForTheEndOfTheTravel) {
 }
 
 } // namespace
+
+namespace {
+
+// A caption stays where it is on the screen while the photo travels under it, drawn by the
+// photo for the time of the travel, and is a box of its own again at the end.
+TEST_F(PanoForm, ACaptionStaysPutOverATravellingPhoto) {
+    QLabel* box = show->CaptionBox[0];
+    box->setGeometry(20, 30, 120, 40);
+    box->setStyleSheet(QStringLiteral("background: rgb(250, 0, 250);"));
+    box->show();
+    box->raise();
+    // ShowCanvas's fade would hide nothing here: the change hides captions, not the fade.
+    ShowCanvas(QSize(MW + 40, MH), 0.9);
+    EXPECT_FALSE(box->isVisible());
+    for (int i = 0; i < 5; ++i) {
+        show->ScrollTimer->fire();
+        const QImage screen = show->grab().toImage();
+        EXPECT_EQ(screen.pixel(25, 35), qRgb(250, 0, 250)) << i;
+        EXPECT_EQ(screen.pixel(145, 35) & 0xFF000000u, 0xFF000000u);
+        EXPECT_NE(screen.pixel(145, 35), qRgb(250, 0, 250)) << i;
+    }
+    TickToTheEnd(100);
+    EXPECT_TRUE(box->isVisible());
+    EXPECT_FALSE(show->thePhoto->hasOverlays());
+}
+
+} // namespace
