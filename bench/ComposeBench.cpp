@@ -4,6 +4,7 @@
 // each path takes above what the process held before it, and how close our frame is to the
 // plain path's (PSNR). --quick uses a small photo and a small screen.
 #include "BenchSupport.h"
+#include "app/Resources.h"
 #include "app/modMain.h"
 #include "compose/DibImage.h"
 #include "compose/JpegScaled.h"
@@ -153,6 +154,7 @@ int main(int argc, char** argv) {
     // allocator keeps freed frames for the next one, and a path's peak would hide in them.
     mallopt(M_MMAP_THRESHOLD, 1 << 20);
     QApplication app(argc, argv);
+    InitResources();
     FreeImage_Initialise();
 
     const QString photo = dir.filePath(QStringLiteral("photo.jpg"));

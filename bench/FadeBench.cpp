@@ -10,6 +10,7 @@
 // --quick uses a small offscreen screen and short fades, and checks that each figure measured
 // something.
 #include "BenchSupport.h"
+#include "app/Resources.h"
 #include "app/modMain.h"
 #include "compose/Crossfade.h"
 #include "compose/DibImage.h"
@@ -82,6 +83,7 @@ int main(int argc, char** argv) {
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
         UseOffscreenScreen(dir, quick ? QSize(640, 360) : QSize(3840, 2160));
     QApplication app(argc, argv);
+    InitResources();
     FreeImage_Initialise();
     Checks checks;
 

@@ -7,6 +7,7 @@
 //
 // Exits non-zero when a step did not do what it is timed for.
 #include "BenchSupport.h"
+#include "app/Resources.h"
 #include "app/modMain.h"
 #include "show/frmSlideShow.h"
 
@@ -112,6 +113,7 @@ void NaiveSave(const QString& path, const QStringList& pool) {
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    InitResources();
     const QStringList args = QCoreApplication::arguments().mid(1);
     const bool quick = args == QStringList{QStringLiteral("--quick")};
     if (!quick && !args.isEmpty()) {

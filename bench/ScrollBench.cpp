@@ -12,6 +12,7 @@
 // measures the display's screen: xvfb-run -s "-screen 0 3840x2160x24" build/ScrollBench.
 // --quick takes fewer rounds and checks only that each figure measured something.
 #include "BenchSupport.h"
+#include "app/Resources.h"
 #include "app/modMain.h"
 #include "compose/DibImage.h"
 #include "config/frmConfig.h"
@@ -89,6 +90,7 @@ int main(int argc, char** argv) {
     QTemporaryDir dir;
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen") UseOffscreenScreen(dir, QSize(3840, 2160));
     QApplication app(argc, argv);
+    InitResources();
     FreeImage_Initialise();
     Checks checks;
 
