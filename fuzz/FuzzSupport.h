@@ -20,27 +20,38 @@
 
 namespace fuzz {
 
-// Created on first use, never destroyed: libFuzzer ends the process with exit().
+// What lives as long as the process. The objects are never destroyed (libFuzzer ends with
+// exit(), and the windows must not outlive the application); holding them here keeps them
+// reachable for the leak checker, and the folders are removed at exit.
+struct Globals {
+    QTemporaryDir* config = nullptr;
+    QApplication* app = nullptr;
+    QTemporaryDir* install = nullptr;
+};
+inline Globals globals;
+
 inline QTemporaryDir& Install() {
-    static QTemporaryDir* dir = [] {
-        // Nothing a target does may reach the user's own settings or need a display.
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        auto* config = new QTemporaryDir;
-        qputenv("XDG_CONFIG_HOME", config->path().toUtf8());
-        static int argc = 1;
-        static char name[] = "fuzz";
-        static char* argv[] = {name, nullptr};
-        new QApplication(argc, argv);
-        InitResources();
-        Forms::SetLastFormHandler([] {});
-        auto* install = new QTemporaryDir;
-        InstallDir = install->path();
-        // Relative paths in an input land in the temporary folder, not in the source tree.
-        QDir::setCurrent(install->path());
-        platform::SetNow(QDateTime(QDate(2026, 11, 22), QTime(12, 0, 0)));
-        return install;
-    }();
-    return *dir;
+    if (globals.install) return *globals.install;
+    // Nothing a target does may reach the user's own settings or need a display.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    globals.config = new QTemporaryDir;
+    qputenv("XDG_CONFIG_HOME", globals.config->path().toUtf8());
+    static int argc = 1;
+    static char name[] = "fuzz";
+    static char* argv[] = {name, nullptr};
+    globals.app = new QApplication(argc, argv);
+    InitResources();
+    Forms::SetLastFormHandler([] {});
+    globals.install = new QTemporaryDir;
+    InstallDir = globals.install->path();
+    // Relative paths in an input land in the temporary folder, not in the source tree.
+    QDir::setCurrent(globals.install->path());
+    platform::SetNow(QDateTime(QDate(2026, 11, 22), QTime(12, 0, 0)));
+    std::atexit([] {
+        globals.install->remove();
+        globals.config->remove();
+    });
+    return *globals.install;
 }
 
 inline QString InstallPath(const QString& name) {

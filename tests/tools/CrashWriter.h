@@ -8,6 +8,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 namespace crashwriter {
 
@@ -69,6 +70,23 @@ inline void FillPoolGeneration(frmSlideShow& show, int g) {
     show.CurrentImageTag = g;
     show.CurrentRandomFolder = QStringLiteral("/pics/g%1/").arg(g);
     show.PoolLoaded = true;
+}
+
+// --- an image list rewritten after a rescan ---
+inline QString ListFileOf(const QString& installDir) {
+    return installDir + QStringLiteral("/Imagelists/Rescanned_1.tvl");
+}
+inline int RecordCountOf(int g) {
+    return 500 + (g % 9) * 50;
+}
+inline QString RecordOf(int g, int i) {
+    return QStringLiteral("IMAGE>/pics/g%1/r%2.jpg").arg(g).arg(i);
+}
+inline QStringList RecordsOf(int g) {
+    QStringList records;
+    for (int i = 0; i < RecordCountOf(g); ++i)
+        records << RecordOf(g, i);
+    return records;
 }
 
 // --- the settings store ---
