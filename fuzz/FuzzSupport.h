@@ -44,8 +44,6 @@ inline QTemporaryDir& Install() {
     Forms::SetLastFormHandler([] {});
     globals.install = new QTemporaryDir;
     InstallDir = globals.install->path();
-    // Relative paths in an input land in the temporary folder, not in the source tree.
-    QDir::setCurrent(globals.install->path());
     platform::SetNow(QDateTime(QDate(2026, 11, 22), QTime(12, 0, 0)));
     std::atexit([] {
         globals.install->remove();

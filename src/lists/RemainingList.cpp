@@ -45,9 +45,12 @@ QString PrintedNumber(std::int32_t value) {
 QStringList ReadLines(const QString& fileName) {
     QStringList lines;
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return lines;
+    // Line ends are CR LF or LF; a carriage return inside a line stays, and the text is always
+    // UTF-8 as written, whatever its first bytes look like.
+    if (!file.open(QIODevice::ReadOnly)) return lines;
     QTextStream in(&file);
     in.setEncoding(QStringConverter::Utf8);
+    in.setAutoDetectUnicode(false);
     while (!in.atEnd())
         lines.append(in.readLine());
     return lines;
