@@ -64,8 +64,11 @@ int ReadKeyed(const QStringList& lines, int from, TaggedStringList& target) {
         if (line.isEmpty()) continue;
         const auto bar = line.indexOf(QLatin1String("||"));
         if (bar < 0) {
-            // Not a line this program writes: no key, and the text cut as by the split.
-            target.add(line.mid(1), 0);
+            // Not a line this program writes: no key, and the text cut as by the split. The cut
+            // takes one character, never half of one (a pair of surrogates is one character).
+            const bool pair =
+                line.size() > 1 && line[0].isHighSurrogate() && line[1].isLowSurrogate();
+            target.add(line.mid(pair ? 2 : 1), 0);
         } else {
             target.add(line.mid(bar + 2), vb::CLng(vb::Val(line.left(bar))).value_or(0));
         }

@@ -114,14 +114,17 @@ TEST_F(RemainingList, TheFilesAreUtf8WhateverTheirFirstBytes) {
     QFile titles(install.path() + QStringLiteral("/remain-t.lst"));
     ASSERT_TRUE(titles.open(QIODevice::WriteOnly));
     // A first line that looks like a UTF-16 mark.
-    titles.write("\xFE\xFF\r\n5||A title\r\n");
+    // Then a line without a key whose first character lies outside the 16-bit range: the cut
+    // of the first character takes it whole.
+    titles.write("\xFE\xFF\r\n5||A title\r\n\xF0\x9F\x98\x80smile\r\n");
     titles.close();
     frmSlideShow* show = frmSlideShow::instance();
     show->Initialize();
     show->LoadRemainingList(remain);
-    ASSERT_EQ(show->ImageTitles.count(), 2);
+    ASSERT_EQ(show->ImageTitles.count(), 3);
     EXPECT_EQ(show->ImageTitles.text(1), QStringLiteral("A title"));
     EXPECT_EQ(show->ImageTitles.tag(1), 5);
+    EXPECT_EQ(show->ImageTitles.text(2), QStringLiteral("smile"));
 }
 
 TEST_F(RemainingList, AShowStoppedAtItsFirstImageSavesThePoolAndTheNextShowGoesOnFromIt) {
