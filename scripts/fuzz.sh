@@ -57,7 +57,7 @@ for t in "${targets[@]}"; do
     # than 2 MB, and a reader may take a second per megabyte).
     if ! (cd "$crashes" && "$build/fuzz/fuzz_$t" "${dict[@]}" -max_total_time="$seconds" \
         -rss_limit_mb=2048 -malloc_limit_mb=64 -timeout=2 -max_len="${max_len[$t]:-16384}" \
-        -print_final_stats=1 "$corpus" 2>&1 | tee "$build/fuzz/$t.log" | grep -E "^(#[0-9]+ +(INITED|DONE)|stat::number_of_executed_units|==[0-9]+==ERROR|SUMMARY|artifact_prefix)"); then
+        -print_final_stats=1 "$corpus" 2>&1 | tee "$build/fuzz/$t.log" | grep -E "^(#[0-9]+[[:space:]]+(INITED|DONE)|stat::number_of_executed_units|==[0-9]+==ERROR|SUMMARY|artifact_prefix)"); then
         true
     fi
     if ls "$crashes"/crash-* "$crashes"/leak-* "$crashes"/timeout-* "$crashes"/oom-* >/dev/null 2>&1 ||

@@ -61,7 +61,7 @@ TEST(IniFile, ReadsOnlyTheFirst256KilobytesAndNoLineCutAtTheLimit) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("[Flash]\n1=Fired\n");
     const QByteArray comment = "; " + QByteArray(97, 'x') + "\n"; // 100 bytes
-    for (int i = 0; i < 2621; ++i) // to 28 bytes short of the limit
+    for (int i = 0; i < 2621; ++i)                                // to 28 bytes short of the limit
         file.write(comment);
     file.write("0=No flash, with a tail long enough to cross\n[Orientation]\n6=Rotate 90\n");
     file.close();
