@@ -10,6 +10,8 @@ PACKAGES=(
     libqt6multimedia6 gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     fonts-dejavu-core
     xvfb xauth xdotool x11-utils x11-xserver-utils imagemagick
+    # The fuzz targets: clang with libFuzzer's runtime, and the symbolizer for readable reports.
+    clang libclang-rt-14-dev llvm-14
 )
 if [ "${1:-}" = "--demo" ]; then
     PACKAGES+=(mate-backgrounds)

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds with warnings as errors, and runs every test: once in a
-# normal build and once under AddressSanitizer and UndefinedBehaviorSanitizer.
+# normal build and once under AddressSanitizer and UndefinedBehaviorSanitizer; then a short
+# pass of every fuzz target (TESSAVIEW_FUZZ_SECONDS each, default 30; 0 leaves it out).
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
@@ -18,3 +19,9 @@ echo "== Build and test with AddressSanitizer and UndefinedBehaviorSanitizer =="
 export ASAN_OPTIONS="detect_leaks=0:abort_on_error=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 (cd "$root/build-asan" && ctest --output-on-failure --timeout 600 -j2)
+
+echo "== Fuzz every reader of outside input for a short while =="
+fuzz_seconds="${TESSAVIEW_FUZZ_SECONDS:-30}"
+if [ "$fuzz_seconds" -gt 0 ]; then
+    "$root/scripts/fuzz.sh" "$fuzz_seconds"
+fi

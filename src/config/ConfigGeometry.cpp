@@ -85,6 +85,13 @@ void BalanceLayoutPercents(std::array<float, 3>& percent, const std::array<bool,
     // The sum is taken before each pass's step, so the pass that finds 100 still takes its
     // step; the whole numbers shown afterwards hide the tenth. A round in which no layout can
     // move (the shares of unchecked layouts alone pass 100) ends the walk instead of hanging.
+    // A share that may move is walked a tenth at a time, so it must lie in 0..100: a hand-edited
+    // file can hold any single, and from 1e30 (where a tenth no longer changes the number) or
+    // from infinity the walk would never end.
+    for (std::size_t i = 0; i < 3; ++i)
+        if (checked[i] && static_cast<int>(i) != changedIndex)
+            percent[i] = std::isnan(percent[i]) ? 0.0f : std::clamp(percent[i], 0.0f, 100.0f);
+
     std::size_t j = 0;
     int idleSteps = 0;
     for (;;) {

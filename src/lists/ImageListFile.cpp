@@ -122,7 +122,10 @@ LoadedImageList ParseImageList(const QStringList& lines, const QString& fileName
         } else if (key == QLatin1String("OPTION")) {
             const QString name = line.split(QStringLiteral("==")).first().mid(7);
             const int slot = SlotOfOption(name);
-            if (slot >= 0) list.row.options[static_cast<std::size_t>(slot)] = fields.value(1);
+            // Trimmed like every value read: a stray carriage return before a second comma would
+            // otherwise come back changed once the window writes the list again.
+            if (slot >= 0)
+                list.row.options[static_cast<std::size_t>(slot)] = fields.value(1).trimmed();
         } else if (key == kImagesMarker) {
             list.sawImagesMarker = true;
             list.images.clear();

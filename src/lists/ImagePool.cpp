@@ -160,12 +160,17 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
     double nextScan = 0.0;
 
     QFile listFile(file);
-    if (!listFile.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    // Not in text mode: that would drop a carriage return inside a line, and the settings
+    // window's reader of the same file keeps it.
+    if (!listFile.open(QIODevice::ReadOnly)) {
         BugLog(QStringLiteral("              ( 0 images added )"));
         return;
     }
     QTextStream in(&listFile);
+    // Always UTF-8, as the lists are written: a file that happens to start with the bytes of a
+    // UTF-16 mark is not to be read as UTF-16.
     in.setEncoding(QStringConverter::Utf8);
+    in.setAutoDetectUnicode(false);
 
     // The header. Reading stops at the line "IMAGES", which may also be the line read as a
     // title or a path; a file that ends before it holds no images for the show.

@@ -45,9 +45,12 @@ QString PrintedNumber(std::int32_t value) {
 QStringList ReadLines(const QString& fileName) {
     QStringList lines;
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return lines;
+    // Line ends are CR LF or LF; a carriage return inside a line stays, and the text is always
+    // UTF-8 as written, whatever its first bytes look like.
+    if (!file.open(QIODevice::ReadOnly)) return lines;
     QTextStream in(&file);
     in.setEncoding(QStringConverter::Utf8);
+    in.setAutoDetectUnicode(false);
     while (!in.atEnd())
         lines.append(in.readLine());
     return lines;
@@ -61,8 +64,11 @@ int ReadKeyed(const QStringList& lines, int from, TaggedStringList& target) {
         if (line.isEmpty()) continue;
         const auto bar = line.indexOf(QLatin1String("||"));
         if (bar < 0) {
-            // Not a line this program writes: no key, and the text cut as by the split.
-            target.add(line.mid(1), 0);
+            // Not a line this program writes: no key, and the text cut as by the split. The cut
+            // takes one character, never half of one (a pair of surrogates is one character).
+            const bool pair =
+                line.size() > 1 && line[0].isHighSurrogate() && line[1].isLowSurrogate();
+            target.add(line.mid(pair ? 2 : 1), 0);
         } else {
             target.add(line.mid(bar + 2), vb::CLng(vb::Val(line.left(bar))).value_or(0));
         }

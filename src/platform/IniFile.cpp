@@ -18,8 +18,14 @@ bool IniFile::Load(const QString& fileName) {
     values_.clear();
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) return false;
+    // A profile of display texts is a few kilobytes; what stands beyond the first 256 KB is not
+    // read, so that no file can make a lookup cost more than a few megabytes. A line cut at the
+    // limit is left out whole.
+    constexpr qint64 kMostRead = 256 * 1024;
+    QByteArray bytes = file.read(kMostRead);
+    if (!file.atEnd()) bytes.truncate(bytes.lastIndexOf('\n') + 1);
     QStringDecoder decode(QStringDecoder::Utf8);
-    QString text = decode(file.readAll());
+    QString text = decode(bytes);
     // An editor may have put a byte-order mark in front of the first heading.
     if (text.startsWith(QChar(0xFEFF))) text.remove(0, 1);
 

@@ -6,7 +6,8 @@
 // Profile files in the Windows style: "[section]" lines, then "key=value" lines. Section and
 // key names match whatever their case; names and values lose the blanks around them. Lines
 // starting with ";" are comments, and lines without "=" outside a section heading are ignored.
-// The first occurrence of a key wins, even across repeated sections.
+// The first occurrence of a key wins, even across repeated sections. Only the first 256 KB of
+// a file are read.
 namespace platform {
 
 class IniFile {

@@ -495,7 +495,13 @@ void frmConfig::SavePrefs() {
 void frmConfig::LoadPrefs() {
     QFile file(PrefsFileName);
     if (!file.open(QIODevice::ReadOnly)) return;
-    QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
+    // The file the window writes is a few kilobytes. Whatever stands beyond the first 256 KB
+    // was not written by it and is not read: a huge file (a filter list of millions of lines)
+    // would otherwise cost a gigabyte of list items. A line cut at the limit is left out whole.
+    constexpr qint64 kMostRead = 256 * 1024;
+    QByteArray bytes = file.read(kMostRead);
+    if (!file.atEnd()) bytes.truncate(bytes.lastIndexOf('\n') + 1);
+    QStringList lines = QString::fromUtf8(bytes).split('\n');
     for (QString& l : lines)
         if (l.endsWith('\r')) l.chop(1);
     // A trailing line end does not start another line.

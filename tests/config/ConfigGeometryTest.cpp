@@ -1,6 +1,7 @@
 #include "config/ConfigGeometry.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <numeric>
 #include <vector>
 
@@ -116,6 +117,30 @@ TEST(ConfigGeometry, LayoutBalanceHandsSharesRoundTheCheckedLayouts) {
     std::array<float, 3> none{35, 20, 45};
     BalanceLayoutPercents(none, {false, false, false}, 1);
     EXPECT_EQ(none, (std::array<float, 3>{35, 20, 45}));
+}
+
+TEST(ConfigGeometry, LayoutBalanceEndsForAnyShareAFileCanHold) {
+    // Shares read from a hand-edited preferences file: each walk must end, with the shares that
+    // may move inside 0..100. 1e30 once hung the settings window at start.
+    const float inf = std::numeric_limits<float>::infinity();
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    struct Row {
+        std::array<float, 3> percent;
+        std::array<bool, 3> checked;
+        int changed;
+    };
+    for (const Row& row :
+         {Row{{1e30f, 0, 0}, {true, true, false}, 2}, Row{{0, inf, 0}, {true, true, true}, 1},
+          Row{{-1e30f, 50, 0}, {true, true, false}, 1}, Row{{nan, 20, 0}, {true, true, false}, 1},
+          Row{{3e38f, 3e38f, 3e38f}, {true, true, true}, 0}}) {
+        std::array<float, 3> percent = row.percent;
+        BalanceLayoutPercents(percent, row.checked, row.changed);
+        for (int i = 0; i < 3; ++i) {
+            if (!row.checked[static_cast<std::size_t>(i)] || i == row.changed) continue;
+            EXPECT_GE(percent[static_cast<std::size_t>(i)], -0.1f) << i;
+            EXPECT_LE(percent[static_cast<std::size_t>(i)], 100.1f) << i;
+        }
+    }
 }
 
 TEST(ConfigGeometry, LayoutBalanceEndsWhenNoLayoutCanMove) {

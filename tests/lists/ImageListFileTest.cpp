@@ -194,6 +194,15 @@ TEST_F(ImageListFile, OptionsGoToTheSlotTheirNameBelongsTo) {
     }
 }
 
+TEST_F(ImageListFile, AnOptionValueIsTrimmedSoAStrayCarriageReturnDoesNotSurviveAWrite) {
+    const LoadedImageList loaded =
+        lists::ParseImageList({"banner", "OPTION,RECURSE==True\r,x", "IMAGES"}, "x.tvl");
+    EXPECT_EQ(loaded.row.options[0], QStringLiteral("RECURSE==True"));
+    const LoadedImageList again =
+        lists::ParseImageList(lists::ImageListLines(loaded.row, {}), "x.tvl");
+    EXPECT_EQ(again.row.options, loaded.row.options);
+}
+
 TEST_F(ImageListFile, AFlickrListKeepsItsTriplesInOrderAndCountsPhotosNotLines) {
     ImageListRow row = LocalRow();
     row.type = QStringLiteral("Flickr");

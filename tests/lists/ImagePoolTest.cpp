@@ -137,6 +137,34 @@ TEST_F(ImagePool, AListWithoutTheImagesLineEndsItsReadAndTheNextListStillLoads) 
               1);
 }
 
+TEST_F(ImagePool, ListFilesAreReadAsUtf8WithCarriageReturnsInsideALineKept) {
+    const QString picture = MakePictures(pics, {"a.jpg"}).first();
+    const struct {
+        QByteArray front; // bytes before the banner
+        QString record;
+        int images;
+    } rows[] = {
+        // The bytes of a UTF-16 mark do not make the file UTF-16.
+        {QByteArray("\xFE\xFF"), QStringLiteral("IMAGE>") + picture, 1},
+        // A carriage return inside a line is part of it, as the settings window reads it.
+        {QByteArray(), QStringLiteral("IMAGE\r>") + picture, 0},
+    };
+    const QString file = lists + QStringLiteral("/odd_1.tvl");
+    for (const auto& row : rows) {
+        ListFileContents contents;
+        contents.records = {row.record};
+        WriteListFile(file, contents, Today());
+        QFile raw(file);
+        ASSERT_TRUE(raw.open(QIODevice::ReadWrite));
+        const QByteArray bytes = row.front + raw.readAll();
+        raw.seek(0);
+        raw.write(bytes);
+        raw.close();
+        show->LoadFullImageList();
+        EXPECT_EQ(show->ImageList.count(), row.images) << row.record.toStdString();
+    }
+}
+
 TEST_F(ImagePool, AListTitledImagesStopsTheHeaderAtItsTitle) {
     ListFileContents contents;
     contents.title = QStringLiteral("IMAGES");

@@ -109,6 +109,24 @@ TEST_F(RemainingList, ReadsBackByPositionWithKeysKept) {
     EXPECT_TRUE(show->ImageDescriptions.isEmpty());
 }
 
+TEST_F(RemainingList, TheFilesAreUtf8WhateverTheirFirstBytes) {
+    WriteRaw(remain, {"CURRENTIMAGEPATH", "", "", "", " 0 ", "K", "", "K", "1||/p/a.jpg"});
+    QFile titles(install.path() + QStringLiteral("/remain-t.lst"));
+    ASSERT_TRUE(titles.open(QIODevice::WriteOnly));
+    // A first line that looks like a UTF-16 mark.
+    // Then a line without a key whose first character lies outside the 16-bit range: the cut
+    // of the first character takes it whole.
+    titles.write("\xFE\xFF\r\n5||A title\r\n\xF0\x9F\x98\x80smile\r\n");
+    titles.close();
+    frmSlideShow* show = frmSlideShow::instance();
+    show->Initialize();
+    show->LoadRemainingList(remain);
+    ASSERT_EQ(show->ImageTitles.count(), 3);
+    EXPECT_EQ(show->ImageTitles.text(1), QStringLiteral("A title"));
+    EXPECT_EQ(show->ImageTitles.tag(1), 5);
+    EXPECT_EQ(show->ImageTitles.text(2), QStringLiteral("smile"));
+}
+
 TEST_F(RemainingList, AShowStoppedAtItsFirstImageSavesThePoolAndTheNextShowGoesOnFromIt) {
     const QStringList paths = MakePictures(pics, {"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"});
     ListFileContents contents;

@@ -53,4 +53,24 @@ TEST(IniFile, LooksUpSectionsAndKeysWhateverTheirCase) {
               QString());
 }
 
+TEST(IniFile, ReadsOnlyTheFirst256KilobytesAndNoLineCutAtTheLimit) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString path = dir.filePath(QStringLiteral("exif.ini"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Flash]\n1=Fired\n");
+    const QByteArray comment = "; " + QByteArray(97, 'x') + "\n"; // 100 bytes
+    for (int i = 0; i < 2621; ++i)                                // to 28 bytes short of the limit
+        file.write(comment);
+    file.write("0=No flash, with a tail long enough to cross\n[Orientation]\n6=Rotate 90\n");
+    file.close();
+    platform::IniFile ini;
+    ASSERT_TRUE(ini.Load(path));
+    EXPECT_EQ(ini.Value(QStringLiteral("Flash"), QStringLiteral("1")), QStringLiteral("Fired"));
+    // The line that crosses the limit is not read cut short, and nothing after it is read.
+    EXPECT_EQ(ini.Value(QStringLiteral("Flash"), QStringLiteral("0")), QString());
+    EXPECT_EQ(ini.Value(QStringLiteral("Orientation"), QStringLiteral("6")), QString());
+}
+
 } // namespace

@@ -307,6 +307,25 @@ TEST_F(PrefsFile, FilterListTakesExactlyItsCount) {
     EXPECT_EQ(config->lstDSCFilter->item(1)->text(), QStringLiteral(" "));
 }
 
+TEST_F(PrefsFile, OnlyTheFirst256KilobytesAreRead) {
+    // A filter list of millions of lines once cost a gigabyte of list items at start.
+    const QByteArray filler = "' " + QByteArray(98, 'x') + "\r\n";
+    const struct {
+        int fillerLines; // 100 bytes each, after the head and the first key line
+        const char* crossfade;
+    } rows[] = {{2000, "9"}, {2700, "4"}};
+    for (const auto& row : rows) {
+        QByteArray body = "INTERVAL,7\r\n";
+        for (int i = 0; i < row.fillerLines; ++i)
+            body += filler;
+        Write(body + "CROSSFADETIME,9\r\n");
+        Reload();
+        EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("7"));
+        EXPECT_EQ(config->txtCrossfadeTime->text(), QLatin1String(row.crossfade))
+            << row.fillerLines;
+    }
+}
+
 TEST_F(PrefsFile, TheRetiredListKeyStillReadsTheListsItNames) {
     ListFileContents list;
     list.title = QStringLiteral("Typed by hand");
