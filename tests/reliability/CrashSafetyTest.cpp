@@ -163,6 +163,23 @@ TEST_F(CrashSafety, ImageListRewrittenAfterARescanIsOldOrNewAndReadBack) {
     }
 }
 
+// "M" rewrites the whole list with the new line at its end: a kill never costs the lines that
+// were there, nor leaves half a line.
+TEST_F(CrashSafety, MarkedImagesGrowWholeAndKeepTheirLines) {
+    const QString file = install.filePath(QStringLiteral("MarkedImages.txt"));
+    for (int kill = 0; kill < KillsPerFile(); ++kill) {
+        QFile::remove(file);
+        const std::optional<int> last = WriteAndKill(QStringLiteral("marked"));
+        ASSERT_TRUE(last) << "the writer never marked, kill " << kill;
+        const QStringList lines = QString::fromUtf8(ReadAll(file)).split(QStringLiteral("\r\n"));
+        ASSERT_EQ(lines.last(), QString()) << "the file ends with a whole line";
+        const int n = static_cast<int>(lines.size()) - 1;
+        ASSERT_TRUE(OldOrNew(n, *last)) << n << " lines after " << *last;
+        for (int i = 0; i < n; ++i)
+            ASSERT_EQ(lines[i], crashwriter::MarkedOf(i + 1));
+    }
+}
+
 TEST_F(CrashSafety, SettingsStoreIsOldOrNewAndReadBack) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const QString config = install.path() + QStringLiteral("/config");

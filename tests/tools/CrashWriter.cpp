@@ -1,6 +1,6 @@
 // Writes one of the program's files over and over through the program's own routines, for the
 // crash-safety tests to kill at random moments:
-//   tessaview_crash_writer prefs|remain|list|settings <install folder>
+//   tessaview_crash_writer prefs|remain|list|settings|marked <install folder>
 // Each round is one generation, numbered from 1; "<n>\n" goes to standard output once
 // generation n is on disk. The contents of every generation are given by CrashWriter.h, so
 // that the test can tell a whole file of either generation from anything else.
@@ -80,6 +80,17 @@ frmConfig* LoadConfig() {
     }
 }
 
+[[noreturn]] void MarkImages() {
+    LoadConfig();
+    frmSlideShow* show = frmSlideShow::instance();
+    show->Initialize();
+    for (int g = 1;; ++g) {
+        show->CurrentImage = crashwriter::MarkedOf(g);
+        show->MarkThisImage();
+        Committed(g);
+    }
+}
+
 [[noreturn]] void WriteSettings() {
     for (int g = 1;; ++g) {
         SaveSetting(QStringLiteral("xFadeStepTime"), crashwriter::StepTimeOf(g));
@@ -92,7 +103,8 @@ frmConfig* LoadConfig() {
 
 int main(int argc, char** argv) {
     if (argc != 3) {
-        std::fprintf(stderr, "usage: %s prefs|remain|list|settings <install folder>\n", argv[0]);
+        std::fprintf(stderr, "usage: %s prefs|remain|list|settings|marked <install folder>\n",
+                     argv[0]);
         return 2;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -105,6 +117,7 @@ int main(int argc, char** argv) {
     if (std::strcmp(argv[1], "remain") == 0) WriteRemainingLists();
     if (std::strcmp(argv[1], "list") == 0) RewriteImageList();
     if (std::strcmp(argv[1], "settings") == 0) WriteSettings();
+    if (std::strcmp(argv[1], "marked") == 0) MarkImages();
     std::fprintf(stderr, "unknown file: %s\n", argv[1]);
     return 2;
 }

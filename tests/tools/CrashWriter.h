@@ -89,6 +89,11 @@ inline QStringList RecordsOf(int g) {
     return records;
 }
 
+// --- MarkedImages.txt: generation g has marked images 1 to g ---
+inline QString MarkedOf(int g) {
+    return QStringLiteral("/pics/marked/%1 ä.jpg").arg(g);
+}
+
 // --- the settings store ---
 inline QString StepTimeOf(int g) {
     return QString::number(g);
