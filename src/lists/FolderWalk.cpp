@@ -1,0 +1,157 @@
+#include "lists/FolderWalk.h"
+
+#include "platform/FileListing.h"
+
+#include <QFile>
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <deque>
+#include <dirent.h>
+#include <fcntl.h>
+#include <set>
+#include <sys/stat.h>
+#include <utility>
+#include <vector>
+
+namespace lists {
+namespace {
+
+constexpr std::array<std::string_view, 7> kExtensions = {".jpg",  ".bmp",  ".gif", ".tif",
+                                                         ".tiff", ".jpeg", ".png"};
+
+char AsciiLower(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool EndsWithIgnoringCase(std::string_view name, std::string_view lowerTail) {
+    if (name.size() < lowerTail.size()) return false;
+    const std::string_view end = name.substr(name.size() - lowerTail.size());
+    for (std::size_t i = 0; i < end.size(); ++i)
+        if (AsciiLower(end[i]) != lowerTail[i]) return false;
+    return true;
+}
+
+// What the listing would make of one entry: a folder (links to folders count), a file (anything
+// else, a dangling link and a pipe too, as the file listing shows them), or gone.
+enum class EntryKind { Folder, File, Gone };
+
+EntryKind KindOf(int dirFd, const dirent& entry) {
+    if (entry.d_type == DT_DIR) return EntryKind::Folder;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return EntryKind::File;
+    struct stat st {};
+    if (fstatat(dirFd, entry.d_name, &st, 0) == 0)
+        return S_ISDIR(st.st_mode) ? EntryKind::Folder : EntryKind::File;
+    // The target is missing: still a file to the listing if the entry itself is there.
+    if (fstatat(dirFd, entry.d_name, &st, AT_SYMLINK_NOFOLLOW) == 0) return EntryKind::File;
+    return EntryKind::Gone;
+}
+
+bool IsDotOrDotDot(const char* name) {
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+// A sub-folder's full path as the folder listing gives it: one separator, even under the root.
+QString SubFolderPath(const QString& listingPath, const QString& name) {
+    return listingPath.endsWith(QLatin1Char('/')) ? listingPath + name
+                                                  : listingPath + QLatin1Char('/') + name;
+}
+
+struct FolderContents {
+    std::vector<QString> images;
+    std::vector<QString> folders;
+    bool aborted = false;
+};
+
+void ReadFolder(DIR* dir, bool wantFolders, const FolderWalkHooks& hooks, FolderContents& out) {
+    const int fd = dirfd(dir);
+    int sinceCheck = 0;
+    for (;;) {
+        if (++sinceCheck == kEntriesBetweenAbortChecks) {
+            sinceCheck = 0;
+            if (hooks.abortRequested && hooks.abortRequested()) {
+                out.aborted = true;
+                return;
+            }
+        }
+        errno = 0;
+        const dirent* entry = readdir(dir);
+        // An error mid-listing (the folder removed under us) ends it with what was read.
+        if (entry == nullptr) return;
+        if (IsDotOrDotDot(entry->d_name)) continue;
+        const std::string_view name(entry->d_name);
+        const bool image = IsScanImageName(name);
+        // Only a name that could matter is worth a stat: an image name (it must not be a
+        // folder) or, when sub-folders are wanted, anything that may turn out a folder.
+        if (!image && !(wantFolders && (entry->d_type == DT_DIR || entry->d_type == DT_LNK ||
+                                        entry->d_type == DT_UNKNOWN)))
+            continue;
+        const EntryKind kind = KindOf(fd, *entry);
+        if (kind == EntryKind::Folder) {
+            if (wantFolders) out.folders.push_back(QFile::decodeName(entry->d_name));
+        } else if (kind == EntryKind::File && image) {
+            out.images.push_back(QFile::decodeName(entry->d_name));
+        }
+    }
+}
+
+} // namespace
+
+bool IsScanImageName(std::string_view name) {
+    return std::any_of(kExtensions.begin(), kExtensions.end(),
+                       [name](std::string_view tail) { return EndsWithIgnoringCase(name, tail); });
+}
+
+QString ListingPath(const QString& folder) {
+    qsizetype n = folder.size();
+    while (n > 1 && folder[n - 1] == QLatin1Char('/'))
+        --n;
+    return folder.left(n);
+}
+
+FolderWalkResult WalkImageFolders(const QString& folder, bool recurse, QStringList& list,
+                                  const FolderWalkHooks& hooks) {
+    FolderWalkResult result;
+    std::deque<QString> FoldersToScan{folder};
+    std::set<std::pair<dev_t, ino_t>> seen;
+    const QString tag = QStringLiteral("IMAGE>");
+
+    while (!FoldersToScan.empty()) {
+        const QString current = ListingPath(FoldersToScan.front());
+        FoldersToScan.pop_front();
+
+        DIR* dir = current.isEmpty() ? nullptr : opendir(QFile::encodeName(current).constData());
+        struct stat st {};
+        if (dir == nullptr || fstat(dirfd(dir), &st) != 0 ||
+            !seen.insert({st.st_dev, st.st_ino}).second) {
+            if (dir != nullptr) closedir(dir);
+            ++result.foldersPassedBy;
+        } else {
+            if (hooks.progress) hooks.progress(current, list.size());
+            FolderContents contents;
+            ReadFolder(dir, recurse, hooks, contents);
+            closedir(dir);
+            if (contents.aborted) {
+                result.aborted = true;
+                break;
+            }
+            ++result.foldersRead;
+            std::sort(contents.folders.begin(), contents.folders.end(), platform::NameLess);
+            for (const QString& name : contents.folders)
+                FoldersToScan.push_back(SubFolderPath(current, name));
+            std::sort(contents.images.begin(), contents.images.end(), platform::NameLess);
+            const QString head = tag + current + QLatin1Char('/');
+            list.reserve(list.size() + static_cast<qsizetype>(contents.images.size()));
+            for (const QString& name : contents.images)
+                list.append(head + name);
+        }
+        if (hooks.abortRequested && hooks.abortRequested()) {
+            result.aborted = true;
+            break;
+        }
+    }
+    result.count = list.size();
+    return result;
+}
+
+} // namespace lists
