@@ -57,6 +57,15 @@ QString SubFolderPath(const QString& listingPath, const QString& name) {
                                                   : listingPath + QLatin1Char('/') + name;
 }
 
+// A name that is not valid UTF-8 cannot come back from its text form; the listing leaves such
+// a name out, and a record of it would name a file that is not there.
+bool DecodeName(const char* raw, std::string_view name, QString& out) {
+    out = QFile::decodeName(raw);
+    const bool ascii = std::all_of(name.begin(), name.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return ascii || QFile::encodeName(out) == QByteArrayView(name.data(), qsizetype(name.size()));
+}
+
 struct FolderContents {
     std::vector<QString> images;
     std::vector<QString> folders;
@@ -87,11 +96,11 @@ void ReadFolder(DIR* dir, bool wantFolders, const FolderWalkHooks& hooks, Folder
                                         entry->d_type == DT_UNKNOWN)))
             continue;
         const EntryKind kind = KindOf(fd, *entry);
-        if (kind == EntryKind::Folder) {
-            if (wantFolders) out.folders.push_back(QFile::decodeName(entry->d_name));
-        } else if (kind == EntryKind::File && image) {
-            out.images.push_back(QFile::decodeName(entry->d_name));
-        }
+        const bool wanted =
+            kind == EntryKind::Folder ? wantFolders : kind == EntryKind::File && image;
+        QString decoded;
+        if (!wanted || !DecodeName(entry->d_name, name, decoded)) continue;
+        (kind == EntryKind::Folder ? out.folders : out.images).push_back(std::move(decoded));
     }
 }
 
