@@ -57,6 +57,26 @@ QString SubFolderPath(const QString& listingPath, const QString& name) {
                                                   : listingPath + QLatin1Char('/') + name;
 }
 
+// The listing's order, taken by the short way while both names are ASCII: case-blind there
+// means lowering A to Z, and equal names fall to the code units as they do in the listing.
+// Sorting is most of what the walk adds to the bare reading of the folders.
+bool ListingOrder(const QString& a, const QString& b) {
+    const qsizetype n = std::min(a.size(), b.size());
+    const QChar* pa = a.constData();
+    const QChar* pb = b.constData();
+    for (qsizetype i = 0; i < n; ++i) {
+        const char16_t ca = pa[i].unicode();
+        const char16_t cb = pb[i].unicode();
+        if (ca >= 0x80 || cb >= 0x80) return platform::NameLess(a, b);
+        if (ca == cb) continue;
+        const char16_t la = (ca >= u'A' && ca <= u'Z') ? ca + (u'a' - u'A') : ca;
+        const char16_t lb = (cb >= u'A' && cb <= u'Z') ? cb + (u'a' - u'A') : cb;
+        if (la != lb) return la < lb;
+    }
+    if (a.size() != b.size()) return a.size() < b.size();
+    return a < b;
+}
+
 // A name that is not valid UTF-8 cannot come back from its text form; the listing leaves such
 // a name out, and a record of it would name a file that is not there.
 bool DecodeName(const char* raw, std::string_view name, QString& out) {
@@ -145,12 +165,11 @@ FolderWalkResult WalkImageFolders(const QString& folder, bool recurse, QStringLi
                 break;
             }
             ++result.foldersRead;
-            std::sort(contents.folders.begin(), contents.folders.end(), platform::NameLess);
+            std::sort(contents.folders.begin(), contents.folders.end(), ListingOrder);
             for (const QString& name : contents.folders)
                 FoldersToScan.push_back(SubFolderPath(current, name));
-            std::sort(contents.images.begin(), contents.images.end(), platform::NameLess);
+            std::sort(contents.images.begin(), contents.images.end(), ListingOrder);
             const QString head = tag + current + QLatin1Char('/');
-            list.reserve(list.size() + static_cast<qsizetype>(contents.images.size()));
             for (const QString& name : contents.images)
                 list.append(head + name);
         }

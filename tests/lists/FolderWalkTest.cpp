@@ -85,6 +85,10 @@ protected:
             "/zebra.JPG",
             "/Zebra.jpg",
             "/_u.jpg",
+            "/[x].jpg",
+            "/^c.jpg",
+            "/`b.jpg",
+            "/A.jpg",
             "/10.jpg",
             "/9.jpg",
             "/bad\xff.jpg",
@@ -148,10 +152,11 @@ TEST_F(FolderWalk, WholeTreeHoldsWhatItShould) {
     // Case-blind order, ties by code unit; a link to an image, a dangling link and a pipe are
     // files to the listing; a name that is not UTF-8 is not.
     const QStringList firstFolder = {
-        "-lead.jpg", ".jpg",      "10.jpg",        "9.jpg",        "_u.jpg",       "a.jpg",
-        "B.JPG",     "c.Jpeg",    "d.tif",         "dangling.jpg", "e.TIFF",       "f.png",
-        "g.bmp",     "h.gif",     "link-to-a.jpg", "pipe.png",     "quo'te\".png", "space name.jpg",
-        "Zebra.jpg", "zebra.JPG", "Ärger.jpg",     "ärger.jpg",
+        "-lead.jpg",     ".jpg",         "10.jpg",       "9.jpg",          "[x].jpg",   "^c.jpg",
+        "_u.jpg",        "`b.jpg",       "A.jpg",        "a.jpg",          "B.JPG",     "c.Jpeg",
+        "d.tif",         "dangling.jpg", "e.TIFF",       "f.png",          "g.bmp",     "h.gif",
+        "link-to-a.jpg", "pipe.png",     "quo'te\".png", "space name.jpg", "Zebra.jpg", "zebra.JPG",
+        "Ärger.jpg",     "ärger.jpg",
     };
     ASSERT_GE(list.size(), firstFolder.size());
     for (qsizetype i = 0; i < firstFolder.size(); ++i)
