@@ -5,7 +5,6 @@
 #include <QFile>
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <deque>
 #include <dirent.h>
 #include <fcntl.h>
@@ -103,7 +102,6 @@ void ReadFolder(DIR* dir, bool wantFolders, const FolderWalkHooks& hooks, Folder
                 return;
             }
         }
-        errno = 0;
         const dirent* entry = readdir(dir);
         // An error mid-listing (the folder removed under us) ends it with what was read.
         if (entry == nullptr) return;
