@@ -17,12 +17,14 @@ QStringList SplitPatterns(const QString& patterns) {
 }
 
 void SortNames(QStringList& names) {
-    std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
-        int c = QString::compare(a, b, Qt::CaseInsensitive);
-        return c != 0 ? c < 0 : a < b;
-    });
+    std::sort(names.begin(), names.end(), NameLess);
 }
 } // namespace
+
+bool NameLess(const QString& a, const QString& b) {
+    const int c = QString::compare(a, b, Qt::CaseInsensitive);
+    return c != 0 ? c < 0 : a < b;
+}
 
 bool MatchesPatterns(const QString& name, const QString& patterns) {
     for (const QString& p : SplitPatterns(patterns)) {

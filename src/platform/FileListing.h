@@ -14,6 +14,9 @@ QStringList FileList(const QString& folder, const QString& patterns);
 QStringList FolderList(const QString& folder);
 // True when name matches one of the semicolon-separated patterns, ignoring case.
 bool MatchesPatterns(const QString& name, const QString& patterns);
+// The order of both listings: by name ignoring case, names that differ only in case by their
+// code units, so that the order is total and does not depend on the locale.
+bool NameLess(const QString& a, const QString& b);
 
 // A file list box that nobody sees: a folder, a pattern, and the names found there at the last
 // Refresh. Files that arrive later are not listed until the next Refresh.
