@@ -5,7 +5,11 @@
 #include <QSize>
 #include <QString>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <optional>
+#include <vector>
 
 // A bench's own checks: each failure is named on stderr, and the bench ends non-zero, so that
 // a bench which no longer measures what it says fails the test run.
@@ -34,4 +38,20 @@ inline void UseOffscreenScreen(const QTemporaryDir& dir, QSize size) {
                     .toUtf8());
     f.close();
     qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screens).toUtf8());
+}
+
+// The run's mode from the command line: true for --quick, false for none; nothing (after a
+// word on stderr) for anything else.
+inline std::optional<bool> QuickMode(int argc, char** argv) {
+    const bool quick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
+    if (argc > 1 && !quick) {
+        std::fprintf(stderr, "usage: %s [--quick]\n", argv[0]);
+        return std::nullopt;
+    }
+    return quick;
+}
+
+inline double Median(std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    return v.empty() ? 0 : v[v.size() / 2];
 }

@@ -140,11 +140,9 @@ double Psnr(const QImage& a, const QImage& b) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool quick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
-    if (argc > 1 && !quick) {
-        std::fprintf(stderr, "usage: %s [--quick]\n", argv[0]);
-        return 2;
-    }
+    const std::optional<bool> mode = QuickMode(argc, argv);
+    if (!mode) return 2;
+    const bool quick = *mode;
     const Setup setup = quick ? Setup{QSize(1200, 800), QSize(640, 360), 3}
                               : Setup{QSize(6000, 4000), QSize(3840, 2160), 9};
     QTemporaryDir dir;

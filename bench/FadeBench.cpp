@@ -36,11 +36,6 @@
 
 namespace {
 
-double Median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0 : v[v.size() / 2];
-}
-
 // Runs each path once per round, in turns, so that a slow spell falls on all of them.
 std::vector<double> Medians(int rounds, const std::vector<std::function<void(int)>>& paths) {
     std::vector<std::vector<double>> times(paths.size());
@@ -72,11 +67,9 @@ QImage Picture(QSize size, quint32 seed) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool quick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
-    if (argc > 1 && !quick) {
-        std::fprintf(stderr, "usage: %s [--quick]\n", argv[0]);
-        return 2;
-    }
+    const std::optional<bool> mode = QuickMode(argc, argv);
+    if (!mode) return 2;
+    const bool quick = *mode;
     QTemporaryDir dir;
     // Offscreen (as the test run has it) gets a screen of the bench's size; on a display the
     // display's own screen is measured.

@@ -33,11 +33,6 @@
 
 namespace {
 
-double Median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0 : v[v.size() / 2];
-}
-
 // Runs each path once per round, in turns, so that a slow spell falls on all of them.
 std::vector<double> Medians(int rounds, const std::vector<std::function<void()>>& paths) {
     std::vector<std::vector<double>> times(paths.size());
@@ -141,11 +136,9 @@ qsizetype IteratorWalk(const QString& top) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool quick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
-    if (argc > 1 && !quick) {
-        std::fprintf(stderr, "usage: %s [--quick]\n", argv[0]);
-        return 2;
-    }
+    const std::optional<bool> mode = QuickMode(argc, argv);
+    if (!mode) return 2;
+    const bool quick = *mode;
     QCoreApplication app(argc, argv);
     Checks checks;
     QTemporaryDir dir;

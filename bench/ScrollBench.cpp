@@ -36,11 +36,6 @@
 
 namespace {
 
-double Median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0 : v[v.size() / 2];
-}
-
 // Milliseconds of each run of the step, after a few unmeasured ones.
 std::vector<double> Times(int rounds, const std::function<void()>& step) {
     for (int i = 0; i < 3; ++i)
@@ -82,11 +77,9 @@ protected:
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool quick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
-    if (argc > 1 && !quick) {
-        std::fprintf(stderr, "usage: %s [--quick]\n", argv[0]);
-        return 2;
-    }
+    const std::optional<bool> mode = QuickMode(argc, argv);
+    if (!mode) return 2;
+    const bool quick = *mode;
     QTemporaryDir dir;
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen") UseOffscreenScreen(dir, QSize(3840, 2160));
     QApplication app(argc, argv);

@@ -74,11 +74,9 @@ bool HasShade(FIBITMAP* s) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool quick = argc > 1 && std::strcmp(argv[1], "--quick") == 0;
-    if (argc > 1 && !quick) {
-        std::fprintf(stderr, "usage: %s [--quick]\n", argv[0]);
-        return 2;
-    }
+    const std::optional<bool> mode = QuickMode(argc, argv);
+    if (!mode) return 2;
+    const bool quick = *mode;
     FreeImage_Initialise();
     const int W = quick ? 480 : 3240, H = quick ? 320 : 2160;
     const int runs = quick ? 3 : 11, referenceRuns = quick ? 1 : 3;
