@@ -111,3 +111,18 @@ protected:
     QTemporaryDir install;
     std::vector<platform::MsgBoxCall> messages;
 };
+
+// A show form laid out on the screens, as a show has it before its first frame; its fades do
+// not sleep between their steps (the step time is longer than any fade).
+class ShowOnScreenFixture : public FormsFixture {
+protected:
+    void SetUp() override {
+        FormsFixture::SetUp();
+        show = frmSlideShow::instance();
+        show->Initialize();
+        show->GetScreenSize();
+        show->PrepScreen();
+        show->xFadeStepTime = 100.0f;
+    }
+    frmSlideShow* show = nullptr;
+};

@@ -129,23 +129,13 @@ TEST(Crossfade, StampsArePlacedAndKeyed) {
     EXPECT_EQ(target.pixel(3, 1), qRgb(10, 20, 30));
 }
 
-class CrossfadeForm : public FormsFixture {
+class CrossfadeForm : public ShowOnScreenFixture {
 protected:
-    void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
-        show->GetScreenSize();
-        show->PrepScreen();
-        // No sleeps between the steps: the step time is longer than the fade.
-        show->xFadeStepTime = 100.0f;
-    }
     dib::Dib Frame(QColor colour) const {
         QImage image(show->FormWidth, show->FormHeight, QImage::Format_RGB32);
         image.fill(colour);
         return dib::Dib(dib::ImageToDib(image));
     }
-    frmSlideShow* show = nullptr;
 };
 
 // After a fade: the blended screen lies in Backdrop, the frame in thePhoto at its place, the

@@ -18,17 +18,11 @@ QImage Canvas(QSize size) {
     return image;
 }
 
-class PanoForm : public FormsFixture {
+class PanoForm : public ShowOnScreenFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
-        show->GetScreenSize();
-        show->PrepScreen();
+        ShowOnScreenFixture::SetUp();
         show->OpenDebugLog();
-        // No sleeps between the steps of the fade: the step time is longer than the fade.
-        show->xFadeStepTime = 100.0f;
         MW = show->MonitorWidth[0];
         MH = show->MonitorHeight[0];
     }
@@ -68,7 +62,6 @@ protected:
             lines << show->lstDebug->item(i)->text();
         return lines;
     }
-    frmSlideShow* show = nullptr;
     int MW = 0, MH = 0;
 };
 

@@ -11,17 +11,8 @@ namespace {
 
 using namespace platform;
 
-class ShowCommands : public FormsFixture {
+class ShowCommands : public ShowOnScreenFixture {
 protected:
-    void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
-        show->GetScreenSize();
-        show->PrepScreen();
-        // No sleeps between the fade's steps.
-        show->xFadeStepTime = 100.0f;
-    }
     void FadeTo(QColor colour) {
         QImage image(show->FormWidth, show->FormHeight, QImage::Format_RGB32);
         image.fill(colour);
@@ -31,7 +22,6 @@ protected:
     QRgb ScreenCentre() {
         return show->grab().toImage().pixel(show->width() / 2, show->height() / 2);
     }
-    frmSlideShow* show = nullptr;
 };
 
 // Going back shows the screens before the present one, newest first; the fade puts the present
