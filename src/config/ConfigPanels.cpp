@@ -11,14 +11,6 @@
 
 namespace {
 
-template <class W> W* Named(W* w, const QString& name) {
-    w->setObjectName(name);
-    return w;
-}
-
-// Makes a control and names it after the member that holds it, so that the two cannot differ.
-#define TV_NAMED(member, Type, ...) member = Named(new Type(__VA_ARGS__), QStringLiteral(#member))
-
 QString Indexed(const char* name, int i) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i);
 }

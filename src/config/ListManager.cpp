@@ -5,6 +5,8 @@
 #include "config/frmConfig.h"
 #include "lists/ImageListFile.h"
 #include "lists/ListDates.h"
+#include "lists/frmScanning.h"
+#include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListing.h"
 
@@ -63,6 +65,7 @@ void frmConfig::WireListManager() {
         const QList<QTreeWidgetItem*> chosen = lvwFolderList->selectedItems();
         if (!chosen.isEmpty()) ShowFileDetails(rowOf(chosen.first()));
     });
+    connect(cmdRescanNow, &QPushButton::clicked, this, [this] { cmdRescanNow_Click(); });
     lblImageCount->installEventFilter(this);
     lblImageCount->setCursor(Qt::PointingHandCursor);
     lblImageCount->setToolTip(QStringLiteral("Show or hide the images of this list"));
@@ -155,4 +158,39 @@ void frmConfig::DeleteFolderListItem(int row) {
     }
     ShowHideFileDetails(false);
     NukeRemList();
+}
+
+void frmConfig::cmdRescanNow_Click() {
+    const int row = SelectedListRow();
+    if (row <= 0 || row >= static_cast<int>(lstImages.size())) return;
+    lstTempImageList->clear();
+    if (ListColumn(row, 3) != QLatin1String("Local")) {
+        // STAND-IN until the web page and Flickr scanners exist.
+        platform::MsgBox(
+            QStringLiteral("Re-scanning web and Flickr lists is not available in this version."),
+            platform::vbInformation, QStringLiteral("Tessaview"));
+        return;
+    }
+    const QString option = ListColumn(row, 7);
+    const qsizetype split = option.indexOf(QStringLiteral("=="));
+    const bool recurse =
+        split >= 0 && option.mid(split + 2).trimmed().toUpper() == QLatin1String("TRUE");
+    QStringList found;
+    int count = 0;
+    bool aborted = false;
+    frmScanning* scanning = frmScanning::instance();
+    scanning->SetOwner(this);
+    scanning->RescanFolder(ListColumn(row, 2), recurse, found, count, aborted);
+    // A scan cut short changes nothing: the list keeps what it had.
+    if (aborted) return;
+    lstTempImageList->addItems(found);
+
+    QTreeWidgetItem* item = lvwFolderList->topLevelItem(row - 1);
+    item->setText(1, QString::number(count));
+    item->setText(5, ListFileDateText(platform::Today()));
+    QListWidget* images = lstImages[static_cast<std::size_t>(row)];
+    images->clear();
+    images->addItems(found);
+    WriteImageList(row);
+    ShowFileDetails(row);
 }

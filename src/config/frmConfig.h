@@ -2,6 +2,7 @@
 
 #include "app/Forms.h"
 #include "config/ConfigGeometry.h"
+#include "config/ConfigLook.h"
 #include "prefs/PrefsTable.h"
 
 #include <QCheckBox>
@@ -89,6 +90,7 @@ public:
     bool InFolderList(const QString& fileName) const;
     void ShowFileDetails(int row);
     void lblImageCount_Click();
+    void cmdRescanNow_Click();
     void DeleteFolderListItem(int row);
     // The row number of the selected list, 0 when none is selected.
     int SelectedListRow() const;

@@ -7,6 +7,8 @@
 #include "platform/Dialogs.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QStyle>
 
 namespace {
@@ -120,6 +122,8 @@ bool frmConfig::AddNewImageFile(const QString& title, const QString& type, const
                                 const QString& lastScan, const QString& scanInterval,
                                 const std::array<std::array<QString, 2>, 5>& options,
                                 const QStringList& images) {
+    // The first list of a new install makes the folder the lists live in.
+    QDir().mkpath(QFileInfo(fileName).path());
     lists::ImageListRow row{title, count, path, type, fileName, lastScan, scanInterval, {}};
     // The form fills the option columns 7 to 10 only; the last slot of a new list is written
     // as a bare "OPTION," line, which every reader takes like "none==none".

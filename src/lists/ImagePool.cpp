@@ -7,6 +7,7 @@
 #include "lists/ImageEntry.h"
 #include "lists/ImageListFile.h"
 #include "lists/ListDates.h"
+#include "lists/frmScanning.h"
 #include "platform/Clock.h"
 #include "platform/FileListing.h"
 #include "show/frmSlideShow.h"
@@ -20,18 +21,9 @@
 
 namespace {
 
-// Stand-in until the folder, web page and Flickr scanners arrive: every rescan reports an
-// abort and finds nothing, so that a due list is loaded as its file holds it and keeps its
-// old scan date. The signatures are the ones the scanners will have.
-void RescanFolder(const QString& path, bool recurse, TaggedStringList& list, int& count,
-                  bool& aborted) {
-    Q_UNUSED(path);
-    Q_UNUSED(recurse);
-    list.clear();
-    count = 0;
-    aborted = true;
-}
-
+// Stand-in until the web page and Flickr scanners arrive: every web or Flickr rescan reports an
+// abort and finds nothing, so that a due list is loaded as its file holds it and keeps its old
+// scan date. The signatures are the ones the scanners will have.
 void RefreshInteresting(TaggedStringList& list, const QString& perPage, bool& aborted) {
     Q_UNUSED(perPage);
     list.clear();
@@ -260,11 +252,15 @@ void frmSlideShow::LoadListOfImages(const QString& index) {
         bool aborted = false;
         const bool local = localOrWeb == QLatin1String("Local");
         if (local) {
-            // While the folder scan is a stand-in the file stays open, so that a list whose
-            // scan reports an abort still gives the images its file holds. The folder scanner
-            // will need the file free: it closes it before scanning, and an abort then gives
-            // nothing on this pass.
-            RescanFolder(path, recurse, lstTempImageList, count, aborted);
+            // The file is let go before the scan; an aborted scan then gives nothing from this
+            // list on this pass, and its file stays as it was for the next.
+            listFile.close();
+            QStringList found;
+            frmScanning* scanning = frmScanning::instance();
+            scanning->SetOwner(this);
+            scanning->RescanFolder(path, recurse, found, count, aborted);
+            for (const QString& record : found)
+                lstTempImageList.add(record);
         } else if (localOrWeb == QLatin1String("Flickr")) {
             if (path == QLatin1String("Flickr-Interestingness")) {
                 RefreshInteresting(lstTempImageList, perPage, aborted);

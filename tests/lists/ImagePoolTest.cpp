@@ -1,5 +1,6 @@
 #include "TestSupport.h"
 #include "lists/ImageEntry.h"
+#include "lists/ImageListFile.h"
 #include "lists/ListFiles.h"
 
 #include <QDir>
@@ -212,19 +213,50 @@ TEST_F(ImagePool, AnAbortedWebRescanLeavesTheFilesImagesAndSkipsTwoPasses) {
     EXPECT_EQ(show->ImageList.count(), 2);
 }
 
-TEST_F(ImagePool, ADueFolderListWhoseScanAbortsStillGivesItsFileAndRestsAPass) {
+TEST_F(ImagePool, ADueFolderListIsRescannedAndItsFileRewritten) {
     ListFileContents folder;
     folder.source = pics + QLatin1Char('/');
     folder.lastScan = ListFileDateText(Today().addDays(-1));
     folder.interval = QStringLiteral("1");
+    folder.options[0] = QStringLiteral("RECURSE==True");
+    const QStringList old = MakePictures(pics, {"a.jpg"});
+    folder.records = ImageRecords(old) << QStringLiteral("IMAGE>") + pics + "/gone.jpg";
+    const QString file = lists + QStringLiteral("/pics_1.tvl");
+    WriteListFile(file, folder, Today());
+    const QStringList added =
+        MakePictures(pics + QStringLiteral("/sub"), {"c.PNG"}) + MakePictures(pics, {"b.JPEG"});
+
+    show->LoadFullImageList();
+    const QStringList expected{pics + "/a.jpg", pics + "/b.JPEG", pics + "/sub/c.PNG"};
+    EXPECT_EQ(Texts(show->ImageList), expected);
+    QStringList lines;
+    ASSERT_TRUE(lists::ReadTextLines(file, lines));
+    EXPECT_EQ(lines.mid(lines.indexOf(QStringLiteral("IMAGES")) + 1), ImageRecords(expected));
+    EXPECT_TRUE(lines.contains(QStringLiteral("COUNT,3")));
+    EXPECT_TRUE(lines.contains(QStringLiteral("LASTSCAN,") + ListFileDateText(Today())));
+    EXPECT_EQ(show->ScanSkip[0], 0);
+}
+
+TEST_F(ImagePool, ADueFolderListWhoseFolderIsGoneKeepsItsFileAndRestsAPass) {
+    ListFileContents folder;
+    folder.source = pics + QStringLiteral("/gone/");
+    folder.lastScan = ListFileDateText(Today().addDays(-1));
+    folder.interval = QStringLiteral("1");
     const QStringList paths = MakePictures(pics, {"a.jpg", "b.jpg"});
     folder.records = ImageRecords(paths);
-    WriteListFile(lists + QStringLiteral("/pics_1.tvl"), folder, Today());
+    const QString file = lists + QStringLiteral("/pics_1.tvl");
+    WriteListFile(file, folder, Today());
+    QStringList before;
+    ASSERT_TRUE(lists::ReadTextLines(file, before));
 
+    // The file was let go for the scan: this pass gives nothing from it.
     show->LoadFullImageList();
     EXPECT_EQ(LogCount(show, QStringLiteral("Scan aborted ")), 1);
     EXPECT_EQ(show->ScanSkip[0], 1);
-    EXPECT_EQ(Texts(show->ImageList), paths);
+    EXPECT_EQ(show->ImageList.count(), 0);
+    QStringList after;
+    ASSERT_TRUE(lists::ReadTextLines(file, after));
+    EXPECT_EQ(after, before);
 
     // The next pass leaves the scan out and reads the file again.
     show->LoadFullImageList();
