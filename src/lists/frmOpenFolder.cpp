@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
@@ -27,12 +28,12 @@ frmOpenFolder::frmOpenFolder() {
     auto* heading = new QLabel(QStringLiteral("Add a folder of images"), this);
     heading->setStyleSheet(QStringLiteral("font-weight: bold; font-size: 15px;"));
     TV_NAMED(txtSelectedFOlder, QLineEdit, this);
-    TV_NAMED(cmdChooseFolder, QPushButton, QStringLiteral("Browse ..."), this);
+    TV_NAMED(cmdChooseFolder, QPushButton, QStringLiteral("&Browse ..."), this);
     TV_NAMED(chkRecurse, QCheckBox, QStringLiteral("Include the images in sub-folders"), this);
     chkRecurse->setChecked(true);
     TV_NAMED(cmbScanInterval, QComboBox, this);
     TV_NAMED(txtTitle, QLineEdit, this);
-    TV_NAMED(cmdScanFolder, QPushButton, QStringLiteral("Scan Folder"), this);
+    TV_NAMED(cmdScanFolder, QPushButton, QStringLiteral("&Scan Folder"), this);
     TV_NAMED(lblStat, QLabel, this);
     lblStat->setProperty("muted", true);
     TV_NAMED(lstNewImages, QListWidget, this);
@@ -44,11 +45,15 @@ frmOpenFolder::frmOpenFolder() {
 
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(10);
-    grid->addWidget(new QLabel(QStringLiteral("Folder"), this), 0, 0);
+    auto* folderLabel = new QLabel(QStringLiteral("&Folder"), this);
+    folderLabel->setBuddy(txtSelectedFOlder);
+    grid->addWidget(folderLabel, 0, 0);
     grid->addWidget(txtSelectedFOlder, 0, 1);
     grid->addWidget(cmdChooseFolder, 0, 2);
     grid->addWidget(chkRecurse, 1, 1, 1, 2);
-    grid->addWidget(new QLabel(QStringLiteral("Title"), this), 2, 0);
+    auto* titleLabel = new QLabel(QStringLiteral("&Title"), this);
+    titleLabel->setBuddy(txtTitle);
+    grid->addWidget(titleLabel, 2, 0);
     grid->addWidget(txtTitle, 2, 1, 1, 2);
     grid->addWidget(new QLabel(QStringLiteral("Re-scan"), this), 3, 0);
     grid->addWidget(cmbScanInterval, 3, 1, 1, 2);
@@ -80,6 +85,21 @@ frmOpenFolder::frmOpenFolder() {
 }
 
 frmOpenFolder::~frmOpenFolder() = default;
+
+void frmOpenFolder::keyPressEvent(QKeyEvent* event) {
+    // As in any dialog: Enter keeps the scanned list once there is one, Esc leaves.
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (cmdOk->isEnabled()) cmdOk->click();
+        return;
+    case Qt::Key_Escape:
+        cmdCancel->click();
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
 
 void frmOpenFolder::ShowFor(frmConfig* owner) {
     owner_ = owner;

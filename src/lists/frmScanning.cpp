@@ -18,7 +18,7 @@ frmScanning::frmScanning() {
     // Above the show or the dialog that started the scan, without a place in the task bar.
     setWindowFlags(Qt::Tool | Qt::WindowStaysOnTopHint | Qt::WindowTitleHint);
     ApplyConfigLook(this);
-    setFixedSize(460, 132);
+    setFixedSize(460, 112);
 
     auto* title = new QLabel(QStringLiteral("Scanning for images"), this);
     title->setStyleSheet(QStringLiteral("font-weight: bold; font-size: 14px;"));

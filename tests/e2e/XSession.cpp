@@ -8,6 +8,7 @@
 #include <QThread>
 #include <cstdlib>
 #include <cstring>
+#include <unistd.h>
 
 namespace {
 template <typename T> std::unique_ptr<T, decltype(&std::free)> Own(T* p) {
@@ -83,6 +84,22 @@ void XSession::writeStore(const QString& iniText) {
 }
 
 QProcess* XSession::start(const QStringList& args, const QProcessEnvironment& extra) {
+    return launch(QStringLiteral(TESSAVIEW_BINARY), args, extra);
+}
+
+QProcess* XSession::startWithFileRights(const QStringList& args) {
+    if (geteuid() != 0) return start(args);
+    const QString drop = QStringLiteral("-dac_override,-dac_read_search");
+    return launch(QStringLiteral("setpriv"),
+                  QStringList{QStringLiteral("--bounding-set=") + drop,
+                              QStringLiteral("--inh-caps=") + drop,
+                              QStringLiteral(TESSAVIEW_BINARY)} +
+                      args,
+                  QProcessEnvironment());
+}
+
+QProcess* XSession::launch(const QString& program, const QStringList& args,
+                           const QProcessEnvironment& extra) {
     auto p = std::make_unique<QProcess>();
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("DISPLAY"), display_);
@@ -91,7 +108,7 @@ QProcess* XSession::start(const QStringList& args, const QProcessEnvironment& ex
     env.insert(extra);
     p->setProcessEnvironment(env);
     p->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    p->start(QStringLiteral(TESSAVIEW_BINARY), args);
+    p->start(program, args);
     p->waitForStarted(10000);
     programs_.push_back(std::move(p));
     return programs_.back().get();

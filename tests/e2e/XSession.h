@@ -27,6 +27,9 @@ public:
     // those of the test's own environment.
     QProcess* start(const QStringList& args,
                     const QProcessEnvironment& extra = QProcessEnvironment());
+    // The same, but a folder without read rights stays closed to the program even when the
+    // tests run as root: the rights that let root read anything are dropped for it.
+    QProcess* startWithFileRights(const QStringList& args);
     // Runs a helper command (xdotool...) against this server and waits for it.
     int run(const QString& program, const QStringList& args);
 
@@ -44,6 +47,8 @@ public:
     xcb_connection_t* connection() const { return conn_; }
 
 private:
+    QProcess* launch(const QString& program, const QStringList& args,
+                     const QProcessEnvironment& extra);
     QString title(xcb_window_t w);
     std::vector<xcb_window_t> matching(const QString& title, bool mappedOnly);
     QProcess xvfb_;
