@@ -5,19 +5,24 @@
 // - the listing-based walk (the file listing and folder listing of each folder, as a plain
 //   toolkit port would do it), whose records must equal ours;
 // - a recursive directory iterator with name filters (unsorted, for scale);
+// - the scan as the program runs it, through the scanning window (offscreen), labels and all;
 // then how long an abort takes to be answered inside one folder of 50,000 files, when the
-// request arrives just after the walk last asked.
+// request arrives just after the walk last asked, and through the window: the longest the
+// window goes without taking events while it reads that folder, and how soon a press of its
+// abort button ends the scan.
 // The full run builds 100,000 files in 2,200 folders; --quick 5,000 in 110, with the same checks
 // apart from the ratio to the floor.
 #include "BenchSupport.h"
 #include "lists/FolderWalk.h"
+#include "lists/frmScanning.h"
 #include "platform/FileListing.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -139,11 +144,18 @@ int main(int argc, char** argv) {
     const std::optional<bool> mode = QuickMode(argc, argv);
     if (!mode) return 2;
     const bool quick = *mode;
-    QCoreApplication app(argc, argv);
     Checks checks;
     QTemporaryDir dir;
     checks.expect(dir.isValid(), "a temporary folder");
     if (!checks.ok()) return 1;
+    UseOffscreenScreen(dir, QSize(1920, 1080));
+    // The offscreen platform says so each time the window is brought to the front.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (!text.contains(QLatin1String("does not support raise")))
+            std::fprintf(stderr, "%s%s\n", type >= QtWarningMsg ? "warning: " : "",
+                         qPrintable(text));
+    });
+    QApplication app(argc, argv);
 
     const int folders = quick ? 110 : 2200;
     const int files = quick ? 5000 : 100000;
@@ -169,6 +181,20 @@ int main(int argc, char** argv) {
     checks.expect(ours.size() == floorCount && ours.size() == iteratorCount,
                   "all walks count the same images");
 
+    // The scan through its window, as the settings window and the show run it.
+    auto windowScan = [](const QString& folder, bool recurse, QStringList& list) {
+        frmScanning* scanning = frmScanning::instance();
+        int count = 0;
+        bool aborted = false;
+        scanning->RescanFolder(folder, recurse, list, count, aborted);
+        scanning->PauseTimer_Timer();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return aborted;
+    };
+    QStringList throughWindow;
+    checks.expect(!windowScan(tree, true, throughWindow), "the window's scan ended by itself");
+    checks.expect(throughWindow == ours, "the window's scan gives the walk's records");
+
     qsizetype sink = 0;
     const std::vector<double> walk = Medians(
         rounds, {[&] { sink += ReaddirWalk(treeBytes); },
@@ -176,7 +202,12 @@ int main(int argc, char** argv) {
                      QStringList list;
                      sink += lists::WalkImageFolders(tree, true, list).count;
                  },
-                 [&] { sink += ListingWalk(tree).size(); }, [&] { sink += IteratorWalk(tree); }});
+                 [&] { sink += ListingWalk(tree).size(); }, [&] { sink += IteratorWalk(tree); },
+                 [&] {
+                     QStringList list;
+                     windowScan(tree, true, list);
+                     sink += list.size();
+                 }});
     std::printf("Whole tree, recursive (median of %d):\n", rounds);
     std::printf("  readdir, listing only (floor): %8.2f ms\n", walk[0]);
     std::printf("  ours, sorted records:          %8.2f ms  (x%.2f the floor)\n", walk[1],
@@ -185,9 +216,15 @@ int main(int argc, char** argv) {
                 walk[2] / walk[1]);
     std::printf("  directory iterator, unsorted:  %8.2f ms  (x%.2f the time of ours)\n", walk[3],
                 walk[3] / walk[1]);
-    checks.expect(sink == 4 * rounds * ours.size(), "every timed walk counted every image");
-    checks.expect(walk[0] > 0 && walk[1] > 0 && walk[2] > 0, "the walks took measurable time");
-    if (!quick) checks.expect(walk[1] <= 2 * walk[0], "ours within twice the plain readdir walk");
+    std::printf("  ours through the scan window:  %8.2f ms  (x%.2f the floor)\n", walk[4],
+                walk[4] / walk[0]);
+    checks.expect(sink == 5 * rounds * ours.size(), "every timed walk counted every image");
+    checks.expect(walk[0] > 0 && walk[1] > 0 && walk[2] > 0 && walk[4] > 0,
+                  "the walks took measurable time");
+    if (!quick) {
+        checks.expect(walk[1] <= 2 * walk[0], "ours within twice the plain readdir walk");
+        checks.expect(walk[4] <= 2 * walk[0], "the window's scan within twice the readdir walk");
+    }
 
     // --- An abort inside one large folder ----------------------------------------------------
     const int bigFiles = 50000;
@@ -240,5 +277,53 @@ int main(int argc, char** argv) {
     checks.expect(answered == 9, "every abort inside the folder was answered there");
     checks.expect(!whole.isEmpty(), "the large folder gave records");
     checks.expect(worst < 500, "an abort answered within 500 ms");
+
+    // --- The same through the window: its longest time deaf, and its abort button ------------
+    // A timer of no interval runs each time the window takes events.
+    QElapsedTimer scanClock;
+    std::vector<qint64> taken;
+    QTimer ticker;
+    ticker.setInterval(0);
+    QObject::connect(&ticker, &QTimer::timeout, [&] { taken.push_back(scanClock.nsecsElapsed()); });
+    ticker.start();
+    scanClock.start();
+    QStringList windowList;
+    const bool stopped = windowScan(big, false, windowList);
+    const qint64 scanEnd = scanClock.nsecsElapsed();
+    ticker.stop();
+    qint64 deaf = 0;
+    qint64 previous = 0;
+    for (qint64 t : taken) {
+        deaf = std::max(deaf, t - previous);
+        previous = t;
+    }
+    deaf = std::max(deaf, scanEnd - previous);
+    checks.expect(!stopped && windowList == whole, "the window read the large folder whole");
+    checks.expect(!taken.empty(), "the window took events during the scan");
+
+    // The button pressed the first time the window takes events, a few hundred names into the
+    // folder: a person's press waits at most the longest deaf spell above on top of this.
+    std::vector<double> pressLatencies;
+    for (int k = 1; k <= 5; ++k) {
+        QElapsedTimer sincePress;
+        QTimer::singleShot(0, [&] {
+            sincePress.start();
+            frmScanning::instance()->cmdAbortScan->click();
+        });
+        QStringList list;
+        const bool aborted = windowScan(big, false, list);
+        if (aborted && sincePress.isValid() && list.isEmpty())
+            pressLatencies.push_back(static_cast<double>(sincePress.nsecsElapsed()) / 1e6);
+        // A press that came after the scan must not reach the next one.
+        QCoreApplication::processEvents();
+    }
+    std::printf("Through the scanning window, one folder of %d files (%.1f ms):\n", bigFiles,
+                static_cast<double>(scanEnd) / 1e6);
+    std::printf("  events taken %zu times, longest without: %.1f ms\n", taken.size(),
+                static_cast<double>(deaf) / 1e6);
+    std::printf("  abort button to the end of the scan: median %.3f ms of %zu presses\n",
+                Median(pressLatencies), pressLatencies.size());
+    checks.expect(static_cast<double>(deaf) / 1e6 < 500, "the window never deaf for 500 ms");
+    checks.expect(pressLatencies.size() == 5, "every abort press inside the folder ended the scan");
     return checks.ok() ? 0 : 1;
 }
