@@ -9,6 +9,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <set>
+#include <string>
 #include <sys/stat.h>
 #include <utility>
 #include <vector>
@@ -85,10 +86,36 @@ bool DecodeName(const char* raw, std::string_view name, QString& out) {
     return ascii || QFile::encodeName(out) == QByteArrayView(name.data(), qsizetype(name.size()));
 }
 
+// ListingOrder on raw names known to be ASCII, without making strings of them first.
+bool AsciiListingOrder(std::string_view a, std::string_view b) {
+    const std::size_t n = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < n; ++i) {
+        if (a[i] == b[i]) continue;
+        const char la = AsciiLower(a[i]);
+        const char lb = AsciiLower(b[i]);
+        if (la != lb) return la < lb;
+    }
+    if (a.size() != b.size()) return a.size() < b.size();
+    return a < b;
+}
+
+bool IsAscii(std::string_view name) {
+    return std::all_of(name.begin(), name.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// The image names of one folder, kept as bytes in one buffer: most folders hold only ASCII
+// names, which go straight from the buffer into their records, one string each.
 struct FolderContents {
-    std::vector<QString> images;
+    std::string names;
+    std::vector<std::pair<std::size_t, std::size_t>> images; // offset and length in names
+    bool allAscii = true;
     std::vector<QString> folders;
     bool aborted = false;
+
+    std::string_view image(std::size_t i) const {
+        return std::string_view(names).substr(images[i].first, images[i].second);
+    }
 };
 
 void ReadFolder(DIR* dir, bool wantFolders, const FolderWalkHooks& hooks, FolderContents& out) {
@@ -114,12 +141,47 @@ void ReadFolder(DIR* dir, bool wantFolders, const FolderWalkHooks& hooks, Folder
                                         entry->d_type == DT_UNKNOWN)))
             continue;
         const EntryKind kind = KindOf(fd, *entry);
-        const bool wanted =
-            kind == EntryKind::Folder ? wantFolders : kind == EntryKind::File && image;
-        QString decoded;
-        if (!wanted || !DecodeName(entry->d_name, name, decoded)) continue;
-        (kind == EntryKind::Folder ? out.folders : out.images).push_back(std::move(decoded));
+        if (kind == EntryKind::Folder) {
+            QString decoded;
+            if (wantFolders && DecodeName(entry->d_name, name, decoded))
+                out.folders.push_back(std::move(decoded));
+        } else if (kind == EntryKind::File && image) {
+            out.allAscii = out.allAscii && IsAscii(name);
+            out.images.emplace_back(out.names.size(), name.size());
+            out.names.append(name);
+        }
     }
+}
+
+// Appends the folder's records in the listing's order.
+void AppendRecords(FolderContents& contents, const QString& head, QStringList& list) {
+    if (contents.allAscii) {
+        std::sort(contents.images.begin(), contents.images.end(),
+                  [&contents](const auto& a, const auto& b) {
+                      const std::string_view names(contents.names);
+                      return AsciiListingOrder(names.substr(a.first, a.second),
+                                               names.substr(b.first, b.second));
+                  });
+        for (std::size_t i = 0; i < contents.images.size(); ++i) {
+            const std::string_view name = contents.image(i);
+            QString record;
+            record.reserve(head.size() + static_cast<qsizetype>(name.size()));
+            record.append(head);
+            record.append(QLatin1StringView(name.data(), static_cast<qsizetype>(name.size())));
+            list.append(std::move(record));
+        }
+        return;
+    }
+    std::vector<QString> decoded;
+    decoded.reserve(contents.images.size());
+    for (std::size_t i = 0; i < contents.images.size(); ++i) {
+        const std::string name(contents.image(i));
+        QString text;
+        if (DecodeName(name.c_str(), name, text)) decoded.push_back(std::move(text));
+    }
+    std::sort(decoded.begin(), decoded.end(), ListingOrder);
+    for (const QString& name : decoded)
+        list.append(head + name);
 }
 
 } // namespace
@@ -166,10 +228,7 @@ FolderWalkResult WalkImageFolders(const QString& folder, bool recurse, QStringLi
             std::sort(contents.folders.begin(), contents.folders.end(), ListingOrder);
             for (const QString& name : contents.folders)
                 FoldersToScan.push_back(SubFolderPath(current, name));
-            std::sort(contents.images.begin(), contents.images.end(), ListingOrder);
-            const QString head = tag + current + QLatin1Char('/');
-            for (const QString& name : contents.images)
-                list.append(head + name);
+            AppendRecords(contents, tag + current + QLatin1Char('/'), list);
         }
         if (hooks.abortRequested && hooks.abortRequested()) {
             result.aborted = true;
