@@ -10,6 +10,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <algorithm>
 #include <csignal>
@@ -160,6 +161,9 @@ TEST_F(CrashSafety, ImageListRewrittenAfterARescanIsOldOrNewAndReadBack) {
         ASSERT_TRUE(g && OldOrNew(*g, *last));
         ASSERT_EQ(list.images, crashwriter::RecordsOf(*g));
         ASSERT_EQ(list.row.count, QString::number(crashwriter::RecordCountOf(*g)));
+        // A write cut short leaves no temporary file beside the list.
+        ASSERT_EQ(QDir(QFileInfo(file).path()).entryList(QDir::Files | QDir::Hidden),
+                  QStringList{QFileInfo(file).fileName()});
     }
 }
 
