@@ -90,8 +90,8 @@ void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int a
                .arg(areaH));
     BugLog(QStringLiteral("        Placing thePhoto at : %1,%2").arg(placeX).arg(placeY));
     BugLog(QStringLiteral("          Monitor Set : %1").arg(monitor));
-    // STAND-IN until sounds play: the frame's sound would start here, once the show is past
-    // its start.
+    // The fades of the opening are silent.
+    if (!StartingUp && PlaySound) PlayAudio(0);
     raise();
     SaveCurrentDesktopInPreviousStack();
 
@@ -108,7 +108,8 @@ void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int a
         CaptionSource = (bar >= 0 ? caption.mid(bar + 1) : QString()).trimmed();
         CaptionsList.remove(0);
     }
-    // STAND-IN until music plays: the music routine would run here.
+    // After the frame's folder is known: music from the photo's folder follows it.
+    if (PlayMusic) PlayBackgroundMusic();
     SetStatus(QStringLiteral("Crossfading ... "));
 
     // The blend starts from what the screen shows, captions and all.

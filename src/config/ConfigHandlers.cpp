@@ -6,13 +6,18 @@
 #include "config/ColourButton.h"
 #include "config/ConfigGeometry.h"
 #include "config/frmConfig.h"
+#include "night_sound/AudioPlayers.h"
+#include "night_sound/SoundMusic.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListing.h"
+#include "platform/Random.h"
 #include "platform/VbTimer.h"
+#include "prefs/PrefsFile.h"
 
 #include <QImageReader>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QStandardPaths>
 
 void frmConfig::WireChangeTracking() {
     auto mark = [this] { MarkChanged(); };
@@ -76,6 +81,15 @@ void frmConfig::WireChangeTracking() {
     connect(cmdBorderColour, &QPushButton::clicked, this, [this] { cmdBorderColour_Click(); });
     connect(cmdChangeBackgroundColour, &QPushButton::clicked, this,
             [this] { cmdChangeBackgroundColour_Click(); });
+    connect(chkPlaySound, &QCheckBox::toggled, this, [this] { chkPlaySound_Click(); });
+    // Loading the preferences asks for the length once, when the whole line has been read.
+    connect(txtSoundFile, &QLineEdit::textChanged, this, [this] {
+        if (!FormIsInitializing) txtSoundFile_Change();
+    });
+    connect(cmdPreviewSound, &QPushButton::clicked, this, [this] { cmdPreviewSound_Click(); });
+    connect(cmdBrowseForSound, &QPushButton::clicked, this, [this] { cmdBrowseForSound_Click(); });
+    connect(cmdBrowseForMusicPlaylist, &QPushButton::clicked, this,
+            [this] { cmdBrowseForMusicPlaylist_Click(); });
 }
 
 // --- Sliders ---------------------------------------------------------------------------------
@@ -453,4 +467,75 @@ void frmConfig::cmdChangeBackgroundColour_Click() {
     if (auto c = platform::ChooseColour(cmdChangeBackgroundColour->colour()))
         cmdChangeBackgroundColour->setBackColor(ValueFromColour(*c));
     MarkChanged();
+}
+
+// --- Sounds ----------------------------------------------------------------------------------
+
+namespace {
+
+// A file dialog opens where the file in the box is, or else in the first of the others that
+// exists.
+QString StartFolder(const QString& current, const QStringList& others) {
+    const QString folder = common::FolderOf(current);
+    if (!folder.isEmpty() && common::FileExists(folder)) return folder;
+    for (const QString& other : others)
+        if (common::FileExists(other)) return other;
+    return QString();
+}
+
+} // namespace
+
+void frmConfig::chkPlaySound_Click() {
+    const bool on = chkPlaySound->isChecked();
+    for (QWidget* w :
+         std::initializer_list<QWidget*>{optRandomSound, optSpecificSound, txtSoundFile,
+                                         lblSoundLength, cmdBrowseForSound, cmdPreviewSound})
+        w->setEnabled(on);
+    MarkChanged();
+}
+
+void frmConfig::txtSoundFile_Change() {
+    // Player 0 is borrowed only to learn the length: no show holds it while the window takes
+    // the user's settings, and the window has no use for an open player meanwhile.
+    const bool loaded = modDirectShow::LoadPlayer(0, txtSoundFile->text());
+    lblSoundLength->setText(loaded ? prefs::MakeTimeString(modDirectShow::GetPlayerDuration(0))
+                                   : QStringLiteral("err"));
+    modDirectShow::ClosePlayer(0);
+    PreviewSoundLoaded = false;
+}
+
+void frmConfig::cmdPreviewSound_Click() {
+    QString file = txtSoundFile->text();
+    if (optRandomSound->isChecked()) {
+        // Drawn as the show draws its sounds; an empty folder leaves nothing to load.
+        const QString folder = InstallDir + QStringLiteral("/Sounds");
+        const QStringList sounds =
+            platform::FileList(folder, QString::fromLatin1(sound::kAudioFilePattern));
+        const auto index =
+            static_cast<qsizetype>(vb::Int(platform::Rnd() * static_cast<double>(sounds.size())));
+        file = sound::ListingFile(folder, sounds.value(index));
+    }
+    PreviewSoundLoaded = modDirectShow::LoadPlayer(0, file);
+    if (PreviewSoundLoaded) modDirectShow::StartPlayer(0);
+}
+
+void frmConfig::cmdBrowseForSound_Click() {
+    const QString chosen = platform::ChooseOpenFile(
+        QStringLiteral("Choose the sound to play with each image"),
+        StartFolder(txtSoundFile->text(), {InstallDir + QStringLiteral("/Sounds"), InstallDir}),
+        sound::AudioFileDialogFilter());
+    if (chosen.isEmpty()) return;
+    txtSoundFile->setText(chosen);
+    optSpecificSound->setChecked(true);
+}
+
+void frmConfig::cmdBrowseForMusicPlaylist_Click() {
+    const QString chosen = platform::ChooseOpenFile(
+        QStringLiteral("Choose a music playlist"),
+        StartFolder(txtMusicPlaylist->text(),
+                    QStandardPaths::standardLocations(QStandardPaths::MusicLocation)),
+        sound::PlaylistDialogFilter());
+    if (chosen.isEmpty()) return;
+    txtMusicPlaylist->setText(chosen);
+    optSpecificPlayList->setChecked(true);
 }

@@ -48,6 +48,16 @@ QWidget* FramesBox(QLineEdit* count) {
     return box;
 }
 
+// A file's box with the button that opens a dialog for it.
+QWidget* WithButton(QLineEdit* box, QPushButton* button) {
+    auto* pair = new QWidget();
+    auto* row = new QHBoxLayout(pair);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(box, 1);
+    row->addWidget(button);
+    return pair;
+}
+
 // A place for pictures that take turns in one spot.
 QWidget* SampleHolder(const QString& name) {
     auto* w = Named(new QWidget(), name);
@@ -472,7 +482,9 @@ void frmConfig::BuildSettingsPanels() {
     // 9: sounds.
     g = page(9, title(QStringLiteral("Sounds")));
     TV_NAMED(chkPlaySound, QCheckBox, QStringLiteral("Play a sound with each image"));
-    row(g, chkPlaySound);
+    TV_NAMED(cmdPreviewSound, QPushButton, QStringLiteral("Listen"));
+    cmdPreviewSound->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    row(g, chkPlaySound, cmdPreviewSound);
     TV_NAMED(optRandomSound, QRadioButton, QStringLiteral("Random from the Sounds folder"));
     TV_NAMED(optSpecificSound, QRadioButton, QStringLiteral("This sound"));
     auto* soundGroup = new QButtonGroup(this);
@@ -480,20 +492,22 @@ void frmConfig::BuildSettingsPanels() {
     soundGroup->addButton(optSpecificSound);
     row(g, optRandomSound);
     TV_NAMED(txtSoundFile, QLineEdit);
+    TV_NAMED(cmdBrowseForSound, QPushButton, QStringLiteral("Browse..."));
     TV_NAMED(lblSoundLength, QLabel);
     lblSoundLength->setProperty("muted", true);
-    row(g, optSpecificSound, txtSoundFile, lblSoundLength);
+    row(g, optSpecificSound, WithButton(txtSoundFile, cmdBrowseForSound), lblSoundLength);
     TV_NAMED(chkPlayMusic, QCheckBox, QStringLiteral("Play music"));
     row(g, chkPlayMusic);
     TV_NAMED(optRandomMusicFromFolder, QRadioButton,
-             QStringLiteral("Random from the Sounds folder"));
+             QStringLiteral("Random music from the folder of the photo on the screen"));
     TV_NAMED(optSpecificPlayList, QRadioButton, QStringLiteral("This playlist"));
     auto* musicGroup = new QButtonGroup(this);
     musicGroup->addButton(optRandomMusicFromFolder);
     musicGroup->addButton(optSpecificPlayList);
     row(g, optRandomMusicFromFolder);
     TV_NAMED(txtMusicPlaylist, QLineEdit);
-    row(g, optSpecificPlayList, txtMusicPlaylist);
+    TV_NAMED(cmdBrowseForMusicPlaylist, QPushButton, QStringLiteral("Browse..."));
+    row(g, optSpecificPlayList, WithButton(txtMusicPlaylist, cmdBrowseForMusicPlaylist));
 
     // 10: about.
     g = page(10, title(QStringLiteral("About Tessaview")));

@@ -3,6 +3,7 @@
 #include "app/Common.h"
 #include "app/modMain.h"
 #include "lists/frmOpenFolder.h"
+#include "night_sound/AudioPlayers.h"
 #include "platform/Cursor.h"
 #include "platform/Dialogs.h"
 #include "platform/Endpoints.h"
@@ -71,6 +72,8 @@ frmConfig::frmConfig() {
 frmConfig::~frmConfig() = default;
 
 void frmConfig::beforeUnload() {
+    if (PreviewSoundLoaded) modDirectShow::ClosePlayer(0);
+    PreviewSoundLoaded = false;
     StopShowTimer->setEnabled(false);
     ScrollDemoTimer->setEnabled(false);
     expandConfigTimer->setEnabled(false);

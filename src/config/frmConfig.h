@@ -153,6 +153,13 @@ public:
     void cmdBorderColour_Click();
     void cmdChangeBackgroundColour_Click();
     void ScrollDemoTimer_Timer();
+    // The Sounds panel: its controls follow the check box; the length of the chosen sound, or
+    // "err" when it cannot be played; a sound played as the show would; the file dialogs.
+    void chkPlaySound_Click();
+    void txtSoundFile_Change();
+    void cmdPreviewSound_Click();
+    void cmdBrowseForSound_Click();
+    void cmdBrowseForMusicPlaylist_Click();
 
     // The percentages of the sliders, by slider number (0-2 layouts, 10 masks, 11 background
     // images, 12 black and white).
@@ -331,10 +338,15 @@ public:
     QLabel* lblSoundLength = nullptr;
     QRadioButton* optRandomSound = nullptr;
     QRadioButton* optSpecificSound = nullptr;
+    QPushButton* cmdPreviewSound = nullptr;
+    QPushButton* cmdBrowseForSound = nullptr;
+    // A preview plays in player 0, which the window then holds until it goes.
+    bool PreviewSoundLoaded = false;
     QCheckBox* chkPlayMusic = nullptr;
     QLineEdit* txtMusicPlaylist = nullptr;
     QRadioButton* optRandomMusicFromFolder = nullptr;
     QRadioButton* optSpecificPlayList = nullptr;
+    QPushButton* cmdBrowseForMusicPlaylist = nullptr;
 
     QCheckBox* chkWidescreen = nullptr;
     QLabel* imgWidescreen = nullptr;

@@ -190,7 +190,12 @@ std::int32_t GetPlayerDuration(std::int16_t player) {
 
 std::int32_t GetPlayerPosition(std::int16_t player) {
     const Player* p = Slot(player);
-    return p ? ClampToInt32(p->media->position()) : 0;
+    if (!p) return 0;
+    // A file played to its end stands at its length, which is how the show tells that a song
+    // is over: decoders that only estimate the length may stop a little short of it.
+    if (p->media->mediaStatus() == QMediaPlayer::EndOfMedia)
+        return ClampToInt32(p->media->duration());
+    return ClampToInt32(p->media->position());
 }
 
 bool SetPlayerPosition(std::int16_t player, std::int32_t ms) {

@@ -30,7 +30,8 @@ void SetPlayerVolume(std::int16_t player, std::int32_t volume);
 // The volume back on the 0 to 1000 scale; 0 for an empty player.
 std::int32_t GetPlayerVolume(std::int16_t player);
 
-// Length and place in milliseconds; 0 for an empty player.
+// Length and place in milliseconds; 0 for an empty player. A file played to its end stands
+// at its length.
 std::int32_t GetPlayerDuration(std::int16_t player);
 std::int32_t GetPlayerPosition(std::int16_t player);
 // Moves to the place in milliseconds. False for an empty player or a place before the start.

@@ -177,6 +177,8 @@ void frmSlideShow::TurnMonitorOn() {
 
 void frmSlideShow::CloseAudioPlayer(int slot) {
     if (slot < 0 || slot >= static_cast<int>(AudioPlayerLoaded.size())) return;
+    // A fade left running would take the next file loaded into this player down with it.
+    VolDownTimer[static_cast<std::size_t>(slot)]->setEnabled(false);
     modDirectShow::ClosePlayer(static_cast<std::int16_t>(slot));
     AudioPlayerLoaded[static_cast<std::size_t>(slot)] = false;
 }

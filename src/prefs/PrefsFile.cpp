@@ -7,7 +7,6 @@
 #include "app/modMain.h"
 #include "config/ColourButton.h"
 #include "config/frmConfig.h"
-#include "night_sound/AudioPlayers.h"
 #include "platform/Clock.h"
 
 #include <QFile>
@@ -417,14 +416,8 @@ prefs::Table frmConfig::BuildPrefsTable() {
     row(Plain(QStringLiteral("PLAYSOUND"),
               {Chk(chkPlaySound, 0, false), Text(txtSoundFile, QString(), false, Kind::Line)},
               [this] {
-                  // Player 0 is borrowed only to learn the length. The preferences are read
-                  // while the window is built, before any show loads its own sound there,
-                  // and the window has no use for an open player while it waits on the user.
-                  const bool loaded = modDirectShow::LoadPlayer(0, txtSoundFile->text());
-                  lblSoundLength->setText(
-                      loaded ? prefs::MakeTimeString(modDirectShow::GetPlayerDuration(0))
-                             : QStringLiteral("err"));
-                  modDirectShow::ClosePlayer(0);
+                  txtSoundFile_Change();
+                  chkPlaySound_Click();
               }));
     row(Plain(QStringLiteral("RANDOMSOUND"), {Option(optRandomSound, optSpecificSound, true)}));
     line(blank);
@@ -469,6 +462,7 @@ void frmConfig::DefaultPrefs() {
     SetNightModeSkyBar(NightZoneRange[0], NightZoneRange[1]);
     chkAddWhiteBorder_Click();
     cmbMultiMonOption_Click();
+    chkPlaySound_Click();
 }
 
 // --- Writing --------------------------------------------------------------------------------

@@ -5,8 +5,8 @@
 #include "app/modMain.h"
 #include "config/ColourButton.h"
 #include "config/frmConfig.h"
-#include "night_sound/AudioPlayers.h"
 #include "night_sound/NightZones.h"
+#include "night_sound/SoundMusic.h"
 #include "platform/Clock.h"
 #include "platform/VbTimer.h"
 #include "prefs/MRegistry.h"
@@ -275,13 +275,9 @@ void frmSlideShow::LoadShowSettings() {
         if (!common::FileExists(SoundPath)) {
             BugLog(QStringLiteral(" Could not find the specific sound file.  Turning sound off."));
             PlaySound = false;
-        } else if (modDirectShow::LoadPlayer(0, SoundPath)) {
-            // The one sound stays loaded in player 0 for the whole show.
-            BugLog(QStringLiteral("File {") + SoundPath +
-                   QStringLiteral("}  was loaded successfully in player 0"));
-            AudioPlayerLoaded[0] = true;
-        } else {
-            // Sound is left on; with player 0 empty the changes of image stay silent.
+        } else if (!LoadAudioPlayer(0, SoundPath)) {
+            // Sound is left on; with player 0 empty the changes of image stay silent. A sound
+            // that loads stays in player 0 for the whole show.
             BugLog(QStringLiteral("Unable to load sound file, "));
         }
     }
@@ -289,6 +285,7 @@ void frmSlideShow::LoadShowSettings() {
         const QString folder = InstallDir + QStringLiteral("/Sounds");
         if (common::FileExists(folder)) {
             SoundsFileBox.Path = folder + '/';
+            SoundsFileBox.Pattern = QString::fromLatin1(sound::kAudioFilePattern);
             SoundsFileBox.Refresh();
         } else {
             BugLog(QStringLiteral("*** no folder ") + folder + QStringLiteral(" ***"));

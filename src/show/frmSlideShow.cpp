@@ -6,6 +6,7 @@
 #include "compose/DibImage.h"
 #include "compose/PictureBox.h"
 #include "config/frmConfig.h"
+#include "night_sound/SoundMusic.h"
 #include "platform/Clock.h"
 #include "platform/Cursor.h"
 #include "platform/Dialogs.h"
@@ -49,10 +50,16 @@ frmSlideShow::frmSlideShow() {
     // Enabled from the start, as built; Initialize stops it.
     ScrollTimer = new VbTimer(100, true, this);
     ScrollTimer->setHandler([this] { ScrollTimer_Timer(); });
-    VolDownTimer = new VbTimer(200, false, this);
+    for (std::size_t i = 0; i < VolDownTimer.size(); ++i) {
+        VolDownTimer[i] = new VbTimer(200, false, this);
+        VolDownTimer[i]->setObjectName(QStringLiteral("VolDownTimer(%1)").arg(i));
+        VolDownTimer[i]->setHandler([this, i] { VolDownTimer_Timer(static_cast<int>(i)); });
+    }
 
     BuildControls();
     NextChangeTime = platform::Now();
+    // A folder of photographs holds much besides music.
+    MusicFileBox.Pattern = QString::fromLatin1(sound::kAudioFilePattern);
 }
 
 frmSlideShow::~frmSlideShow() {
@@ -69,7 +76,8 @@ void frmSlideShow::beforeUnload() {
     MainTimer->setEnabled(false);
     LongProcessTimer->setEnabled(false);
     ScrollTimer->setEnabled(false);
-    VolDownTimer->setEnabled(false);
+    for (VbTimer* fade : VolDownTimer)
+        fade->setEnabled(false);
     // The debug log lives as long as the form.
     DebugLog::instance().SetOff();
     CloseMemLog();

@@ -216,7 +216,35 @@ public:
     QLabel* picZzzz = nullptr;
     // A black panel over the whole form, hidden.
     QWidget* picNightScreen = nullptr;
+    // Closes the player, and ends any fade that was running on it.
     void CloseAudioPlayer(int slot);
+
+    // --- Sound and music ------------------------------------------------------------------
+    // The sound of a change of image, in that player: a random one from the Sounds folder, or
+    // the one sound loaded for the show, played again from its start.
+    void PlayAudio(std::int16_t player);
+    void PlayBackgroundMusic();
+    // The next track of the playlist once the one playing has ended.
+    void PlayPlaylist();
+    // Takes a random track out of the queue, reading the playlist again when the queue is
+    // empty; "(empty)" when there is none.
+    void PickANewTrackFromPlaylist(QString& track);
+    // The queue of every track of the playlist that can be found.
+    void LoadMusicPlaylist();
+    // A random track from the folder of the image on the screen, at a change of folder or when
+    // the song has ended; the old music fades out meanwhile.
+    void PlayMusicFromFolder();
+    // One step of a fade-out: 150 down each tick, and the player closed at 0.
+    void VolDownTimer_Timer(int index);
+    // Loads the file into the player and logs the outcome of a good load; false when it failed.
+    bool LoadAudioPlayer(std::int16_t player, const QString& file);
+    // Starts the player and logs how that went.
+    void StartAudioPlayer(std::int16_t player);
+    // The player with the current music, and the one the next track goes into.
+    std::int16_t MusicPlayer = 1;
+    std::int16_t NextMusicPlayer = 2;
+    // Playlist tracks not yet played.
+    QStringList lstMusicPlayList;
 
     // Test hook: told the name of each step of StoptheShow as it runs.
     static inline std::function<void(const QString&)> StopStepObserver;
@@ -225,6 +253,8 @@ public:
     QStringList lstBackgroundImages;
     QStringList lstMasks;
     platform::FileListBox SoundsFileBox;
+    // The music files of the folder of the image on the screen.
+    platform::FileListBox MusicFileBox;
 
     // --- Masks, shadows and backgrounds ---------------------------------------------------
     // Blurs the 8-bit shadow in place, showing its progress on the label and letting a key
@@ -313,8 +343,10 @@ public:
     std::int32_t CurrentImageTag = 0;
     QString CaptionFullName;
     QString CaptionSource;
-    QString CurrentFolder;
-    QString PreviousFolder;
+    // The folders of the image on the screen and of the one before; they start different,
+    // so that the first image starts the music.
+    QString CurrentFolder = QStringLiteral("xx");
+    QString PreviousFolder = QStringLiteral("yy");
     QString RemainingListPath[3];
 
     // The pool, with the titles and descriptions some lists carry, keyed by the image's tag.
@@ -394,7 +426,8 @@ public:
     VbTimer* MainTimer = nullptr;
     VbTimer* LongProcessTimer = nullptr;
     VbTimer* ScrollTimer = nullptr;
-    VbTimer* VolDownTimer = nullptr;
+    // Fades out the music of a player, by player number.
+    std::array<VbTimer*, 3> VolDownTimer{};
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

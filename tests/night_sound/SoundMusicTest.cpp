@@ -1,0 +1,329 @@
+#include "TestSupport.h"
+
+#include "compose/DibImage.h"
+#include "night_sound/AudioPlayers.h"
+#include "night_sound/SoundMusic.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QListWidget>
+#include <functional>
+
+namespace {
+
+using modDirectShow::PlayerLoaded;
+
+// Writes the file, making its folder first.
+QString WriteFile(const QString& path, const QByteArray& content) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(content);
+    return path;
+}
+
+TEST(FolderMusicDraw, RoundsToTheNearestSoThatTheEndTracksHaveHalfTheChance) {
+    struct Case {
+        int count;
+        double rnd;
+        int index;
+    };
+    const Case cases[] = {
+        {5, 0.0, 0},   {5, 0.124, 0}, {5, 0.125, 0}, {5, 0.126, 1}, {5, 0.15, 1},
+        {5, 0.375, 2}, {5, 0.625, 2}, {5, 0.874, 3}, {5, 0.875, 4}, {5, 0.999, 4},
+        {2, 0.49, 0},  {2, 0.51, 1},  {1, 0.99, 0},  {0, 0.2, 0},   {0, 0.9, 0},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(sound::FolderMusicIndex(c.count, c.rnd), c.index) << c.count << " " << c.rnd;
+}
+
+class SoundMusic : public ShowOnScreenFixture {
+protected:
+    void SetUp() override {
+        ShowOnScreenFixture::SetUp();
+        show->OpenDebugLog();
+    }
+
+    QString Make(const QString& relative, const QByteArray& content = SilentWav(1500)) {
+        return WriteFile(install.filePath(relative), content);
+    }
+    QString Folder(const QString& relative) const { return install.filePath(relative) + '/'; }
+
+    QStringList LogFrom(int first) const {
+        QStringList lines;
+        for (int i = first; i < show->lstDebug->count(); ++i)
+            lines << show->lstDebug->item(i)->text();
+        return lines;
+    }
+    // One change of frame to that image, as ChangePhotos makes it; what it logged.
+    QStringList Change(const QString& image) {
+        const int first = show->lstDebug->count();
+        show->ShowList.add(image);
+        show->CaptionsList.add(QString());
+        QImage picture(8, 8, QImage::Format_RGB32);
+        picture.fill(Qt::gray);
+        dib::Dib canvas(dib::ImageToDib(picture));
+        show->NewCrossfade(canvas, 0, 0, 8, 8, 0, 0, 0, 1.0);
+        return LogFrom(first);
+    }
+    // Plays the player's song out from just before its end; false if it never gets there.
+    static bool SongEnds(std::int16_t player) {
+        modDirectShow::SetPlayerPosition(player, modDirectShow::GetPlayerDuration(player) - 50);
+        QElapsedTimer clock;
+        clock.start();
+        while (modDirectShow::GetPlayerPosition(player) <
+               modDirectShow::GetPlayerDuration(player)) {
+            if (clock.elapsed() > modDirectShow::kLoadLimitMs) return false;
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        }
+        return true;
+    }
+};
+
+TEST_F(SoundMusic, APlaylistQueuesTheTracksItNamesThatCanBeFound) {
+    const QString album = Make(QStringLiteral("Music/Album/b.wav"));
+    const QString elsewhere = Make(QStringLiteral("Elsewhere/c.wav"));
+    const QString accented = Make(QStringLiteral("Music/Été.wav"));
+    const QString plain = Make(QStringLiteral("Music/a.wav"));
+    struct Line {
+        QString text;
+        QString track; // empty: the line gives none
+    };
+    const Line lines[] = {
+        {QString::fromUtf8("\xEF\xBB\xBF") + QStringLiteral("a.wav"), plain},
+        {QStringLiteral("#EXTM3U"), {}},
+        {QStringLiteral("#EXTINF:12,Artist - Title"), {}},
+        {QString(), {}},
+        {QStringLiteral("   Album/b.wav  "), album},
+        {elsewhere, elsewhere},
+        {QStringLiteral("\\Album\\b.wav"), album},
+        {QStringLiteral("Été.wav"), accented},
+        {QStringLiteral("missing.wav"), {}},
+        {install.filePath(QStringLiteral("gone.wav")), {}},
+        {QStringLiteral("/Album/b.wav"), {}},
+        {QStringLiteral("Album"), {}},
+        {QStringLiteral("#a.wav"), {}},
+    };
+    QByteArray text;
+    QStringList expected;
+    for (const Line& line : lines) {
+        text += line.text.toUtf8() + "\r\n";
+        if (!line.track.isEmpty()) expected << line.track;
+    }
+    show->MusicPlaylist = Make(QStringLiteral("Music/list.m3u8"), text);
+    show->LoadMusicPlaylist();
+    EXPECT_EQ(show->lstMusicPlayList, expected);
+    EXPECT_TRUE(LogFrom(0).contains(QStringLiteral("5 tracks) ")));
+}
+
+TEST_F(SoundMusic, EachTrackOfThePlaylistPlaysOnceBeforeItIsReadAgain) {
+    const QStringList tracks{Make(QStringLiteral("Music/1.wav")),
+                             Make(QStringLiteral("Music/2.wav")),
+                             Make(QStringLiteral("Music/3.wav"))};
+    show->MusicPlaylist = Make(QStringLiteral("Music/list.m3u"), "1.wav\r\n2.wav\r\n3.wav\r\n");
+    // From the queue as it shrinks: the last of three, the first of two, the one left; then
+    // the middle of the playlist read again.
+    platform::FeedRandom({0.9, 0.0, 0.5, 0.4});
+    QStringList picked;
+    for (int i = 0; i < 4; ++i) {
+        QString track;
+        show->PickANewTrackFromPlaylist(track);
+        picked << track;
+    }
+    EXPECT_EQ(picked, QStringList({tracks[2], tracks[0], tracks[1], tracks[1]}));
+    EXPECT_EQ(LogFrom(0).filter(QStringLiteral("LoadMusicPlaylist : ")).size(), 2);
+
+    show->MusicPlaylist = install.filePath(QStringLiteral("none.m3u"));
+    show->lstMusicPlayList.clear();
+    QString track;
+    show->PickANewTrackFromPlaylist(track);
+    EXPECT_EQ(track, QStringLiteral("(empty)"));
+}
+
+TEST_F(SoundMusic, AFadeTakesSevenTicksFromFullVolumeAndClosesThePlayer) {
+    ASSERT_TRUE(show->LoadAudioPlayer(1, Make(QStringLiteral("Music/a.wav"))));
+    show->VolDownTimer[1]->setEnabled(true);
+    std::vector<int> volumes;
+    while (show->VolDownTimer[1]->Enabled() && volumes.size() < 10) {
+        show->VolDownTimer[1]->fire();
+        volumes.push_back(show->AudioPlayerLoaded[1] ? modDirectShow::GetPlayerVolume(1) : -1);
+    }
+    EXPECT_EQ(volumes, std::vector<int>({850, 700, 550, 400, 250, 100, -1}));
+    EXPECT_FALSE(PlayerLoaded(1));
+}
+
+TEST_F(SoundMusic, PlaylistMusicMovesToTheNextTrackWhenOneEnds) {
+    const QString first = Make(QStringLiteral("Music/first.wav"));
+    const QString second = Make(QStringLiteral("Music/second.wav"));
+    show->PlayMusic = true;
+    show->RandomMusicFromFolder = false;
+    show->MusicPlaylist = Make(QStringLiteral("Music/list.m3u"), "first.wav\r\nsecond.wav\r\n");
+    platform::FeedRandom({0.0, 0.0});
+    const QString photo = install.filePath(QStringLiteral("p.jpg"));
+
+    EXPECT_TRUE(Change(photo).contains(QStringLiteral("File {") + first +
+                                       QStringLiteral("}  was loaded successfully in player 1")));
+    EXPECT_TRUE(Change(photo).contains(QStringLiteral(" ... is still playing")));
+    ASSERT_TRUE(SongEnds(1));
+    const QStringList next = Change(photo);
+    EXPECT_TRUE(next.contains(QStringLiteral("  - chose : ") + second));
+    EXPECT_TRUE(next.contains(QStringLiteral("Started audio player 1 (playing correctly)")));
+}
+
+TEST_F(SoundMusic, FolderMusicChangesOnlyWithTheFolderOrTheSongsEndAndFadesTheOld) {
+    const QString song = Make(QStringLiteral("A/song.wav"));
+    const QString tune = Make(QStringLiteral("B/tune.wav"));
+    Make(QStringLiteral("B/notes.txt"), "not music");
+    Make(QStringLiteral("C/p5.jpg"), "a photo without music");
+    show->PlayMusic = true;
+    show->RandomMusicFromFolder = true;
+    const auto choosing = [this](const char* folder, const QString& file) {
+        return QStringList{QStringLiteral("Choosing random music track from current folder : ") +
+                               Folder(QLatin1String(folder)),
+                           QStringLiteral("Choosing 0 of 1 > ") + file};
+    };
+    struct Step {
+        const char* what;
+        QString image;
+        std::function<void()> before;
+        QStringList logged;
+        std::int16_t musicPlayer;
+        bool oldFades;
+    };
+    const Step steps[] = {
+        {"first folder",
+         install.filePath(QStringLiteral("A/p1.jpg")),
+         {},
+         choosing("A", song),
+         2,
+         false},
+        {"same folder, song playing",
+         install.filePath(QStringLiteral("A/p2.jpg")),
+         {},
+         {QStringLiteral("(same folder, don't change the music) player 2 playback volume is 1000")},
+         2,
+         false},
+        {"new folder",
+         install.filePath(QStringLiteral("B/p3.jpg")),
+         {},
+         choosing("B", tune),
+         1,
+         true},
+        {"same folder, song ended", install.filePath(QStringLiteral("B/p4.jpg")),
+         [] { ASSERT_TRUE(SongEnds(1)); },
+         QStringList{QStringLiteral("ah - but the song has ended")} + choosing("B", tune), 2, true},
+        {"folder without music",
+         install.filePath(QStringLiteral("C/p5.jpg")),
+         {},
+         {QStringLiteral("Choosing random music track from current folder : ") +
+              Folder(QStringLiteral("C")),
+          QStringLiteral("0 tracks found "),
+          QStringLiteral("Unable to load track : ") + Folder(QStringLiteral("C"))},
+         2,
+         true},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.what);
+        if (step.before) step.before();
+        const std::int16_t old = show->MusicPlayer;
+        const QStringList log = Change(step.image);
+        for (const QString& line : step.logged)
+            EXPECT_TRUE(log.contains(line)) << line.toStdString();
+        EXPECT_EQ(log.filter(QStringLiteral("Choosing random music")).size(),
+                  step.logged.filter(QStringLiteral("Choosing random music")).size());
+        EXPECT_EQ(show->MusicPlayer, step.musicPlayer);
+        VbTimer* fade = show->VolDownTimer[static_cast<std::size_t>(old)];
+        EXPECT_EQ(fade->Enabled(), step.oldFades);
+        // The old music fades out to its end before the next change.
+        for (int tick = 0; tick < 7 && fade->Enabled(); ++tick)
+            fade->fire();
+        EXPECT_FALSE(fade->Enabled());
+        EXPECT_EQ(PlayerLoaded(old), !step.oldFades && old == show->MusicPlayer);
+    }
+}
+
+using SoundShow = FormsFixture;
+
+TEST_F(SoundShow, ASoundPlaysAtEachChangeAfterTheStartAndNoneDuringIt) {
+    const QString chime =
+        WriteFile(install.filePath(QStringLiteral("Sounds/chime.wav")), SilentWav(300));
+    const QString played = QStringLiteral("Started audio player 0 (playing correctly)");
+    for (const bool random : {true, false}) {
+        SCOPED_TRACE(random);
+        frmConfig* config = ReloadConfig();
+        config->chkDebug->setChecked(true);
+        config->chkPlaySound->setChecked(true);
+        config->txtSoundFile->setText(chime);
+        (random ? config->optRandomSound : config->optSpecificSound)->setChecked(true);
+        frmSlideShow* show = frmSlideShow::instance();
+        show->StartShow();
+        ASSERT_TRUE(show->MainTimer->Enabled());
+        EXPECT_EQ(show->lstDebug->findItems(played, Qt::MatchExactly).size(), 0);
+
+        const std::int16_t frames = show->FrameCounter;
+        for (int change = 1; change <= 2; ++change) {
+            platform::AdvanceClock((show->ImageInterval + 3) * 1000);
+            show->MainTimer_Timer();
+            ASSERT_EQ(show->FrameCounter, frames + change);
+            EXPECT_EQ(show->lstDebug->findItems(played, Qt::MatchExactly).size(), change);
+            EXPECT_EQ(show->lstDebug
+                          ->findItems(QStringLiteral("Choosing random sound file 0 of 1"),
+                                      Qt::MatchExactly)
+                          .size(),
+                      random ? change : 0);
+        }
+        show->StoptheShow();
+        EXPECT_FALSE(PlayerLoaded(0));
+    }
+}
+
+TEST_F(SoundShow, ThePanelBrowsesForFilesAndPlaysTheChosenOrARandomSound) {
+    frmConfig* config = frmConfig::instance();
+    const QString specific =
+        WriteFile(install.filePath(QStringLiteral("Sounds/chime.wav")), SilentWav(2000));
+    const QString playlist = install.filePath(QStringLiteral("list.m3u8"));
+
+    config->chkPlaySound->setChecked(false);
+    EXPECT_FALSE(config->cmdPreviewSound->isEnabled());
+    EXPECT_FALSE(config->cmdBrowseForSound->isEnabled());
+    config->chkPlaySound->setChecked(true);
+    EXPECT_TRUE(config->cmdPreviewSound->isEnabled());
+
+    QString answer = specific;
+    platform::SetFileAnswerer([&answer](const QString&) { return answer; });
+    config->optRandomSound->setChecked(true);
+    config->cmdBrowseForSound->click();
+    EXPECT_EQ(config->txtSoundFile->text(), specific);
+    EXPECT_TRUE(config->optSpecificSound->isChecked());
+    EXPECT_EQ(config->lblSoundLength->text(), QStringLiteral(":02 s"));
+    config->cmdPreviewSound->click();
+    EXPECT_TRUE(modDirectShow::PlayerPlaying(0));
+
+    // Random plays from the Sounds folder whatever the box holds.
+    config->txtSoundFile->setText(install.filePath(QStringLiteral("gone.wav")));
+    EXPECT_EQ(config->lblSoundLength->text(), QStringLiteral("err"));
+    config->optRandomSound->setChecked(true);
+    config->cmdPreviewSound->click();
+    EXPECT_TRUE(modDirectShow::PlayerPlaying(0));
+
+    answer = playlist;
+    config->optRandomMusicFromFolder->setChecked(true);
+    config->cmdBrowseForMusicPlaylist->click();
+    EXPECT_EQ(config->txtMusicPlaylist->text(), playlist);
+    EXPECT_TRUE(config->optSpecificPlayList->isChecked());
+    // A cancelled dialog changes nothing.
+    answer.clear();
+    config->cmdBrowseForMusicPlaylist->click();
+    config->cmdBrowseForSound->click();
+    EXPECT_EQ(config->txtMusicPlaylist->text(), playlist);
+    EXPECT_EQ(config->txtSoundFile->text(), install.filePath(QStringLiteral("gone.wav")));
+    platform::SetFileAnswerer(nullptr);
+
+    // The window lets go of the player it played the preview in.
+    Forms::UnloadAll();
+    EXPECT_FALSE(PlayerLoaded(0));
+}
+
+} // namespace
