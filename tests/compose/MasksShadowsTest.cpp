@@ -67,29 +67,25 @@ TEST(ShadowBlur, MaskPlanByHand) {
         int testDistance, strength;
         Grid out;
     };
+    // clang-format off
     const Row rows[] = {
-        {10,
-         100,
-         {{0, 0, 0, 0, 30},
-          {42, 42, 31, 31, 0},
-          {42, 42, 31, 31, 0},
-          {63, 63, 42, 42, 0},
-          {63, 63, 42, 42, 0}}},
-        {1,
-         100,
-         {{0, 0, 0, 0, 30},
-          {0, 0, 31, 31, 0},
-          {0, 0, 31, 31, 0},
-          {63, 63, 42, 42, 0},
-          {63, 63, 42, 42, 0}}},
-        {10,
-         50,
-         {{0, 0, 0, 0, 15},
-          {21, 21, 15, 15, 0},
-          {21, 21, 15, 15, 0},
-          {31, 31, 21, 21, 0},
-          {31, 31, 21, 21, 0}}},
+        {10, 100, {{0, 0, 0, 0, 30},
+                   {42, 42, 31, 31, 0},
+                   {42, 42, 31, 31, 0},
+                   {63, 63, 42, 42, 0},
+                   {63, 63, 42, 42, 0}}},
+        {1, 100, {{0, 0, 0, 0, 30},
+                  {0, 0, 31, 31, 0},
+                  {0, 0, 31, 31, 0},
+                  {63, 63, 42, 42, 0},
+                  {63, 63, 42, 42, 0}}},
+        {10, 50, {{0, 0, 0, 0, 15},
+                  {21, 21, 15, 15, 0},
+                  {21, 21, 15, 15, 0},
+                  {31, 31, 21, 21, 0},
+                  {31, 31, 21, 21, 0}}},
     };
+    // clang-format on
     for (const Row& r : rows)
         for (auto blur : {&shadow::BlurShadowReference, &shadow::BlurShadow}) {
             dib::Dib d = Grey(in);
@@ -214,18 +210,14 @@ TEST(ShadowBlur, AlphaPasteMatchesTheLibrary) {
 // a canvas a whole number of tiles wide ends with pieces of nothing.
 TEST(Tiling, PiecesAreCutAtTheCanvasEdges) {
     using P = MFreeImage::TilePiece;
-    EXPECT_EQ(MFreeImage::TilePlan(100, 80, 250, 100), (std::vector<P>{{0, 0, 100, 80},
-                                                                       {0, 80, 100, 20},
-                                                                       {100, 0, 100, 80},
-                                                                       {100, 80, 100, 20},
-                                                                       {200, 0, 50, 80},
-                                                                       {200, 80, 50, 20}}));
-    EXPECT_EQ(MFreeImage::TilePlan(100, 80, 200, 80), (std::vector<P>{{0, 0, 100, 80},
-                                                                      {0, 80, 100, 0},
-                                                                      {100, 0, 100, 80},
-                                                                      {100, 80, 100, 0},
-                                                                      {200, 0, 0, 80},
-                                                                      {200, 80, 0, 0}}));
+    // clang-format off
+    EXPECT_EQ(MFreeImage::TilePlan(100, 80, 250, 100),
+              (std::vector<P>{{0, 0, 100, 80}, {0, 80, 100, 20}, {100, 0, 100, 80},
+                              {100, 80, 100, 20}, {200, 0, 50, 80}, {200, 80, 50, 20}}));
+    EXPECT_EQ(MFreeImage::TilePlan(100, 80, 200, 80),
+              (std::vector<P>{{0, 0, 100, 80}, {0, 80, 100, 0}, {100, 0, 100, 80},
+                              {100, 80, 100, 0}, {200, 0, 0, 80}, {200, 80, 0, 0}}));
+    // clang-format on
 }
 
 class MasksShadows : public FormsFixture {

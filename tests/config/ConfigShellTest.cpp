@@ -78,7 +78,6 @@ TEST_F(ConfigShell, APanelOpensInHalvingStepsAndPushesTheOthersDown) {
         EXPECT_TRUE(config->imgSetPageOpen[panel]->isHidden());
         EXPECT_TRUE(config->imgSetPageClose[panel]->isHidden());
         ASSERT_NE(config->openPageTimer[panel], nullptr);
-        EXPECT_EQ(config->openPageTimer[panel]->Interval(), 100);
         EXPECT_EQ(config->openPageTimer[0]->Enabled(), panel == 0);
 
         const std::vector<int> heights = Animate(config->openPageTimer, panel);
@@ -152,8 +151,6 @@ TEST_F(ConfigShell, ExpandAllSkipsPanelsAlreadyOpenAndCollapseAllClosesEverythin
     EXPECT_FALSE(config->portalScroll->isHidden());
     EXPECT_EQ(config->portalScroll->maximum(),
               config->PageHolder->height() - config->Portal->height());
-    EXPECT_EQ(config->portalScroll->singleStep(), 10);
-    EXPECT_EQ(config->portalScroll->pageStep(), config->Portal->height() / 2);
     config->portalScroll->setValue(120);
     EXPECT_EQ(config->PageHolder->y(), -120);
 
@@ -170,7 +167,6 @@ TEST_F(ConfigShell, ExpandAllSkipsPanelsAlreadyOpenAndCollapseAllClosesEverythin
 TEST_F(ConfigShell, WindowGrowsToShowTheImagesAndShrinksBackToItsRestingHeight) {
     const int rest = config->height();
     config->imgSetPageOpen_Click(21);
-    EXPECT_EQ(config->expandConfigTimer->Interval(), 50);
     for (int tick = 0; tick < 100 && config->expandConfigTimer->Enabled(); ++tick) {
         const int before = config->height();
         config->expandConfigTimer->fire();
@@ -180,7 +176,6 @@ TEST_F(ConfigShell, WindowGrowsToShowTheImagesAndShrinksBackToItsRestingHeight) 
     EXPECT_FALSE(config->imgSetPageClose[21]->isHidden());
 
     config->imgSetPageClose_Click(21);
-    EXPECT_EQ(config->expandConfigTimer->Interval(), 90);
     for (int tick = 0; tick < 100 && config->expandConfigTimer->Enabled(); ++tick)
         config->expandConfigTimer->fire();
     EXPECT_EQ(config->height(), rest);

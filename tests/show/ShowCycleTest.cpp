@@ -137,7 +137,6 @@ TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
               QStringList({"CloseMemLog", "ClearPicture", "StopTimers", "WritePerfSettings",
                            "SaveRemainingList", "CloseDownload", "CloseAudio", "StopShowTimer"}));
     EXPECT_TRUE(frmConfig::instance()->StopShowTimer->Enabled());
-    EXPECT_EQ(frmConfig::instance()->StopShowTimer->Interval(), 100);
     // The form is not unloaded from inside its own routine.
     EXPECT_TRUE(frmSlideShow::isLoaded());
 }
