@@ -348,7 +348,7 @@ TEST_F(PrefsFile, TheSoundFileShowsItsLengthOrErr) {
     }
 }
 
-TEST(PrefsPieces, SmallFormatsAndWindowHeights) {
+TEST(PrefsPieces, SoundLengthsPercentagesAndTheHeadDate) {
     for (auto [ms, text] : {std::pair{5000, ":05 s"}, std::pair{150000, "2:30 s"},
                             std::pair{59600, "1:00 s"}, std::pair{0, ":00 s"}})
         EXPECT_EQ(prefs::MakeTimeString(ms), QLatin1String(text)) << ms;
@@ -359,13 +359,6 @@ TEST(PrefsPieces, SmallFormatsAndWindowHeights) {
     EXPECT_EQ(static_cast<float>(prefs::PercentText(third).toDouble()), third);
     EXPECT_TRUE(
         prefs::FileDateTime(QDateTime(QDate(2026, 11, 22), QTime(9, 5, 0))).contains("2026"));
-    // Screen height: collapsed and expanded window, either side of each step.
-    const int heights[][3] = {{480, 480, 520}, {481, 509, 600},  {600, 509, 600},
-                              {601, 351, 501}, {1023, 773, 923}, {1024, 674, 824}};
-    for (const auto& h : heights) {
-        EXPECT_EQ(ConfigFormHeights(h[0]).collapsed, h[1]) << h[0];
-        EXPECT_EQ(ConfigFormHeights(h[0]).expanded, h[2]) << h[0];
-    }
 }
 
 } // namespace

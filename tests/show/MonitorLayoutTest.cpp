@@ -213,22 +213,6 @@ TEST(ChooseMonitorSet, TurnsGoOverTheEnabledMonitorsOnly) {
     EXPECT_TRUE(c.log.contains(QStringLiteral(" ... the next monitor is  3")));
 }
 
-TEST(ChooseMonitorSet, APanoramaInNormalLayoutSpreadsAndTheTurnsGoOn) {
-    const MonitorTables t =
-        Layout({Screen(0, 0, 1024, 768, true), Screen(1024, 0, 1024, 768)}, true);
-    monitors::MonitorChoice c = monitors::ChooseMonitorSet(t, PerScreen(0, 800, 600));
-    EXPECT_EQ(c.monitorSet, 1);
-    c = monitors::ChooseMonitorSet(t, PerScreen(c.currentMonitor, 3000, 800));
-    EXPECT_TRUE(c.isPano);
-    EXPECT_EQ(c.monitorSet, 0);
-    EXPECT_EQ(c.currentMonitor, 2);
-    EXPECT_EQ(c.height, 768);
-    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
-              (Rect{0, 0, 2048, 768}));
-    c = monitors::ChooseMonitorSet(t, PerScreen(c.currentMonitor, 800, 600));
-    EXPECT_EQ(c.monitorSet, 1);
-}
-
 struct PanoLayoutRow {
     const char* what;
     std::int16_t layout;
