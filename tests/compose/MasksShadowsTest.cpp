@@ -44,9 +44,6 @@ TEST(ShadowBlur, TheRoundedRunningSumIsTheSumOfRoundedWeights) {
             ASSERT_EQ(vb::RoundHalfEven(static_cast<double>(p) * p * p / 65025.0 + sum),
                       sum + weights[static_cast<std::size_t>(p)])
                 << p << " after " << sum;
-    EXPECT_EQ(weights[255], 255);
-    EXPECT_EQ(weights[254], 252); // the level a paste at 255 leaves of full alpha
-    EXPECT_EQ(weights[128], 32);
 }
 
 // A 5 x 5 picture, radius 1, worked by hand. The weights: 255 -> 255, 128 -> 32 (32.25),
@@ -332,8 +329,6 @@ TEST_F(MasksShadows, MaskDrawsFollowThePercentAndTheFrames) {
     ASSERT_TRUE(ok);
     EXPECT_EQ(FreeImage_GetWidth(alpha.get()), 695u);
     EXPECT_EQ(FreeImage_GetBPP(alpha.get()), 8u);
-    EXPECT_EQ(show->findChild<QLabel*>(QStringLiteral("imgFloatingLogoMask")),
-              show->imgFloatingLogoMask);
 }
 
 // A background for this canvas or not, and which: a file named background* beside the photo
