@@ -16,19 +16,38 @@ using common::FileNameOf;
 using common::FolderOf;
 using common::FolderWithSeparator;
 
-TEST(PathParts, FileNameIsWhatFollowsTheLastSeparatorOfEitherKind) {
-    EXPECT_EQ(FileNameOf(QStringLiteral("C:\\a\\b.jpg")), QStringLiteral("b.jpg"));
-    EXPECT_EQ(FileNameOf(QStringLiteral("/home/u/b.jpg")), QStringLiteral("b.jpg"));
-    EXPECT_EQ(FileNameOf(QStringLiteral("/a\\b/c.jpg")), QStringLiteral("c.jpg"));
-    EXPECT_EQ(FileNameOf(QStringLiteral("/a/b\\c.jpg")), QStringLiteral("c.jpg"));
-    EXPECT_EQ(FileNameOf(QStringLiteral("\\\\server\\share\\x.png")), QStringLiteral("x.png"));
-    EXPECT_EQ(FileNameOf(QStringLiteral("/top.jpg")), QStringLiteral("top.jpg"));
-    EXPECT_EQ(FileNameOf(QStringLiteral("http://host/dir/pic.jpg")), QStringLiteral("pic.jpg"));
-    EXPECT_EQ(FileNameOf(QStringLiteral("/x/y/")), QString());
-    EXPECT_EQ(FileNameOf(QStringLiteral("C:\\x\\")), QString());
-    // A bare name has no separator to stand after.
-    EXPECT_EQ(FileNameOf(QStringLiteral("name.jpg")), QString());
-    EXPECT_EQ(FileNameOf(QString()), QString());
+// Either kind of separator counts, wherever it stands; a folder keeps its trailing separator,
+// and a path without one is a bare name: no file name, and itself as its folder.
+TEST(PathParts, NameFolderAndHoldingFolder) {
+    struct Row {
+        const char *path, *name, *folder, *holding;
+    };
+    // clang-format off
+    const Row rows[] = {
+        {"C:\\a\\b.jpg", "b.jpg", "C:\\a\\", "a"},
+        {"/home/u/Pictures/2019/a.jpg", "a.jpg", "/home/u/Pictures/2019/", "2019"},
+        {"/a\\b/c.jpg", "c.jpg", "/a\\b/", "b"},
+        {"/a/b\\c.jpg", "c.jpg", "/a/b\\", "b"},
+        {"C:/mixed\\x.jpg", "x.jpg", "C:/mixed\\", "mixed"},
+        {"\\\\server\\share\\x.png", "x.png", "\\\\server\\share\\", "share"},
+        {"http://host/dir/pic.jpg", "pic.jpg", "http://host/dir/", "dir"},
+        {"/top.jpg", "top.jpg", "/", ""},
+        {"/x/y/", "", "/x/y/", "y"},
+        {"C:\\Photos\\Trip\\", "", "C:\\Photos\\Trip\\", "Trip"},
+        {"name.jpg", "", "name.jpg", ""},
+        {"", "", "", ""},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        const QString path = QString::fromLatin1(row.path);
+        SCOPED_TRACE(row.path);
+        EXPECT_EQ(FileNameOf(path), QLatin1String(row.name));
+        EXPECT_EQ(FolderWithSeparator(path), QLatin1String(row.folder));
+        EXPECT_EQ(FolderOf(path), QLatin1String(row.folder));
+        EXPECT_EQ(FileNameAndFolder(path), QLatin1String(row.holding));
+    }
+    // The end of a playlist has no folder.
+    EXPECT_EQ(FolderOf(QStringLiteral("(end of playlist)")), QString());
 }
 
 TEST(PathParts, OnlyTheLast250CharactersAreLookedAt) {
@@ -40,6 +59,7 @@ TEST(PathParts, OnlyTheLast250CharactersAreLookedAt) {
     EXPECT_EQ(FileNameOf("/dir/" + name249), name249);
     EXPECT_EQ(FileNameOf("C:\\dir\\" + name249), name249);
     EXPECT_EQ(FolderWithSeparator("/dir/" + name249), QStringLiteral("/dir/"));
+    EXPECT_EQ(FileNameAndFolder("/root/" + name249 + "/x.jpg"), name249);
 
     for (int length : {251, 300}) {
         SCOPED_TRACE(length);
@@ -49,43 +69,6 @@ TEST(PathParts, OnlyTheLast250CharactersAreLookedAt) {
         EXPECT_EQ(FolderWithSeparator("/dir/" + longName), "/dir/" + longName);
         EXPECT_EQ(FileNameAndFolder("/dir/" + longName), QString());
     }
-}
-
-TEST(PathParts, FolderKeepsItsTrailingSeparator) {
-    EXPECT_EQ(FolderWithSeparator(QStringLiteral("C:\\Photos\\a.jpg")),
-              QStringLiteral("C:\\Photos\\"));
-    EXPECT_EQ(FolderWithSeparator(QStringLiteral("/p/q/r.jpg")), QStringLiteral("/p/q/"));
-    EXPECT_EQ(FolderWithSeparator(QStringLiteral("/p/q/")), QStringLiteral("/p/q/"));
-    EXPECT_EQ(FolderWithSeparator(QStringLiteral("C:\\Photos\\")), QStringLiteral("C:\\Photos\\"));
-    EXPECT_EQ(FolderWithSeparator(QStringLiteral("/p\\q/r.jpg")), QStringLiteral("/p\\q/"));
-    EXPECT_EQ(FolderWithSeparator(QStringLiteral("C:/mixed\\x.jpg")), QStringLiteral("C:/mixed\\"));
-    EXPECT_EQ(FolderWithSeparator(QStringLiteral("http://host/dir/pic.jpg")),
-              QStringLiteral("http://host/dir/"));
-    EXPECT_EQ(FolderWithSeparator(QStringLiteral("bare.jpg")), QStringLiteral("bare.jpg"));
-    EXPECT_EQ(FolderWithSeparator(QString()), QString());
-}
-
-TEST(PathParts, FolderOfTheEndMarkerOrOfNothingIsEmpty) {
-    EXPECT_EQ(FolderOf(QString()), QString());
-    EXPECT_EQ(FolderOf(QStringLiteral("(end of playlist)")), QString());
-    EXPECT_EQ(FolderOf(QStringLiteral("/p/q.jpg")), QStringLiteral("/p/"));
-    EXPECT_EQ(FolderOf(QStringLiteral("C:\\P\\q.jpg")), QStringLiteral("C:\\P\\"));
-    EXPECT_EQ(FolderOf(QStringLiteral("bare.jpg")), QStringLiteral("bare.jpg"));
-}
-
-TEST(PathParts, FileNameAndFolderIsTheHoldingFoldersOwnName) {
-    EXPECT_EQ(FileNameAndFolder(QStringLiteral("/home/u/Pictures/2019/a.jpg")),
-              QStringLiteral("2019"));
-    EXPECT_EQ(FileNameAndFolder(QStringLiteral("C:\\Photos\\Trip\\")), QStringLiteral("Trip"));
-    EXPECT_EQ(FileNameAndFolder(QStringLiteral("C:\\Photos\\Trip\\a.jpg")), QStringLiteral("Trip"));
-    EXPECT_EQ(FileNameAndFolder(QStringLiteral("/home/u\\Trip/a.jpg")), QStringLiteral("Trip"));
-    EXPECT_EQ(FileNameAndFolder(QStringLiteral("http://h/gallery/x.jpg")),
-              QStringLiteral("gallery"));
-    const QString longFolder(249, 'f');
-    EXPECT_EQ(FileNameAndFolder("/root/" + longFolder + "/x.jpg"), longFolder);
-    EXPECT_EQ(FileNameAndFolder(QStringLiteral("/a.jpg")), QString());
-    EXPECT_EQ(FileNameAndFolder(QStringLiteral("a.jpg")), QString());
-    EXPECT_EQ(FileNameAndFolder(QString()), QString());
 }
 
 TEST(PathExistence, FilesAndFoldersBothExist) {
@@ -106,41 +89,43 @@ TEST(PathExistence, FilesAndFoldersBothExist) {
     EXPECT_FALSE(common::FileExists(QString()));
 }
 
+// Fields are counted from one between quotes and keep their blanks, commas and separators; an
+// unclosed last field runs to the end of the text.
 TEST(QuotedField, FieldsAreCountedFromOneBetweenQuotes) {
-    const QString text = QStringLiteral("a \"one\" b \"two\"");
-    EXPECT_EQ(common::SplitQuotedField(text, 1), QStringLiteral("one"));
-    EXPECT_EQ(common::SplitQuotedField(text, 2), QStringLiteral("two"));
-    EXPECT_EQ(common::SplitQuotedField(text, 3), QString());
-    EXPECT_EQ(common::SplitQuotedField(text, 0), QString());
-    EXPECT_EQ(common::SplitQuotedField(QStringLiteral("no quotes here"), 1), QString());
-    EXPECT_EQ(common::SplitQuotedField(QString(), 1), QString());
-}
-
-TEST(QuotedField, FieldsKeepTheirBlanksCommasAndSeparators) {
-    const QString text =
-        QStringLiteral("\"C:\\My Pictures\\a b.jpg\",\"caption, with comma\" \"\" \"last\"");
-    EXPECT_EQ(common::SplitQuotedField(text, 1), QStringLiteral("C:\\My Pictures\\a b.jpg"));
-    EXPECT_EQ(common::SplitQuotedField(text, 2), QStringLiteral("caption, with comma"));
-    EXPECT_EQ(common::SplitQuotedField(text, 3), QString());
-    EXPECT_EQ(common::SplitQuotedField(text, 4), QStringLiteral("last"));
-    // An unclosed last field runs to the end of the text.
-    EXPECT_EQ(common::SplitQuotedField(QStringLiteral("a \"one\" \"tw"), 2), QStringLiteral("tw"));
+    const char* const both = "a \"one\" b \"two\"";
+    const char* const path = "\"C:\\My Pictures\\a b.jpg\",\"caption, with comma\" \"\" \"last\"";
+    struct Row {
+        const char* text;
+        int field;
+        const char* expected;
+    };
+    // clang-format off
+    const Row rows[] = {
+        {both, 1, "one"}, {both, 2, "two"}, {both, 3, ""}, {both, 0, ""},
+        {"no quotes here", 1, ""}, {"", 1, ""},
+        {path, 1, "C:\\My Pictures\\a b.jpg"}, {path, 2, "caption, with comma"}, {path, 3, ""},
+        {path, 4, "last"},
+        {"a \"one\" \"tw", 2, "tw"},
+    };
+    // clang-format on
+    for (const Row& row : rows)
+        EXPECT_EQ(common::SplitQuotedField(QString::fromLatin1(row.text), row.field),
+                  QLatin1String(row.expected))
+            << row.text << " field " << row.field;
 }
 
 TEST(ShellErrors, EachFailureCodeHasItsMessage) {
-    EXPECT_EQ(common::ShellErrorMessage(0), QStringLiteral("Out of memory"));
-    EXPECT_EQ(common::ShellErrorMessage(8), QStringLiteral("Out of memory"));
-    EXPECT_EQ(common::ShellErrorMessage(2), QStringLiteral("File not found"));
-    EXPECT_EQ(common::ShellErrorMessage(3), QStringLiteral("Path not found"));
-    EXPECT_EQ(common::ShellErrorMessage(31),
-              QStringLiteral("No application is associated with this file type."));
     // The doubled word is what users of earlier versions have always seen.
-    const QString other = QStringLiteral(
-        "An error occurred occurred whilst trying to open or print the selected file.");
-    for (int code : {-1, 1, 4, 33, 42, 99}) {
-        SCOPED_TRACE(code);
-        EXPECT_EQ(common::ShellErrorMessage(code), other);
-    }
+    const char* const other =
+        "An error occurred occurred whilst trying to open or print the selected file.";
+    // clang-format off
+    const std::pair<int, const char*> rows[] = {
+        {0, "Out of memory"}, {8, "Out of memory"}, {2, "File not found"}, {3, "Path not found"},
+        {31, "No application is associated with this file type."},
+        {-1, other}, {1, other}, {4, other}, {33, other}, {42, other}, {99, other}};
+    // clang-format on
+    for (auto [code, message] : rows)
+        EXPECT_EQ(common::ShellErrorMessage(code), QLatin1String(message)) << code;
 }
 
 // Replaces the desktop's launcher for one test and records what it was asked to open.
@@ -176,34 +161,29 @@ TEST_F(OpeningDocuments, AMissingLocalFileIsReportedWithoutLaunchingAnything) {
     EXPECT_TRUE(launched.empty());
 }
 
-TEST_F(OpeningDocuments, AnExistingFileGoesToTheLauncherAndSucceedsQuietly) {
+// Success means above 32, and then nothing more is said.
+TEST_F(OpeningDocuments, AnExistingFileGoesToTheLauncherWhoseAnswerDecides) {
     const QString path = ExistingFile();
     ASSERT_FALSE(path.isEmpty());
-    const common::ShellResult r = common::OpenDocument(path);
-    EXPECT_TRUE(r.ok());
-    EXPECT_EQ(r.code, 42);
-    EXPECT_TRUE(r.message.isEmpty());
-    EXPECT_TRUE(r.source.isEmpty());
-    ASSERT_EQ(launched.size(), 1u);
-    EXPECT_EQ(QUrl(launched[0]).toLocalFile(), path);
-}
-
-TEST_F(OpeningDocuments, ALauncherFailureCarriesItsMessage) {
-    const QString path = ExistingFile();
-    ASSERT_FALSE(path.isEmpty());
-    answer = 31;
-    common::ShellResult r = common::OpenDocument(path);
-    EXPECT_FALSE(r.ok());
-    EXPECT_EQ(r.code, 31);
-    EXPECT_EQ(r.message, QStringLiteral("No application is associated with this file type."));
-    EXPECT_EQ(r.source, QStringLiteral("modShellExecute.GShell"));
-    // Success means above 32.
-    answer = 32;
-    EXPECT_FALSE(common::OpenDocument(path).ok());
-    answer = 33;
-    r = common::OpenDocument(path);
-    EXPECT_TRUE(r.ok());
-    EXPECT_TRUE(r.message.isEmpty());
+    const std::pair<int, const char*> rows[] = {
+        {42, ""},
+        {33, ""},
+        {32, nullptr},
+        {31, "No application is associated with this file type."}};
+    for (auto [code, message] : rows) {
+        SCOPED_TRACE(code);
+        answer = code;
+        launched.clear();
+        const common::ShellResult r = common::OpenDocument(path);
+        EXPECT_EQ(r.ok(), code > 32);
+        EXPECT_EQ(r.code, code);
+        if (message) {
+            EXPECT_EQ(r.message, QLatin1String(message));
+        }
+        EXPECT_EQ(r.source, code > 32 ? QString() : QStringLiteral("modShellExecute.GShell"));
+        ASSERT_EQ(launched.size(), 1u);
+        EXPECT_EQ(QUrl(launched[0]).toLocalFile(), path);
+    }
 }
 
 class YesNoQuestion : public ::testing::Test {
@@ -220,22 +200,17 @@ protected:
     int answer = platform::vbYes;
 };
 
-TEST_F(YesNoQuestion, OnlyYesCountsAsYes) {
-    EXPECT_TRUE(common::AskYesNo(QStringLiteral("Delete it?")));
-    const int others[] = {platform::vbNo, platform::vbCancel, platform::vbOK, 0};
-    for (int other : others) {
-        SCOPED_TRACE(other);
-        answer = other;
-        EXPECT_FALSE(common::AskYesNo(QStringLiteral("Delete it?")));
-    }
-}
-
-TEST_F(YesNoQuestion, TheBoxIsAQuestionWithYesAndNoButtons) {
-    common::AskYesNo(QStringLiteral("Remove the folder from the list?"));
+TEST_F(YesNoQuestion, AQuestionWithYesAndNoButtonsWhereOnlyYesCounts) {
+    EXPECT_TRUE(common::AskYesNo(QStringLiteral("Remove the folder from the list?")));
     ASSERT_EQ(calls.size(), 1u);
     EXPECT_EQ(calls[0].prompt, QStringLiteral("Remove the folder from the list?"));
     EXPECT_EQ(calls[0].flags & 0x7, platform::vbYesNo);
     EXPECT_EQ(calls[0].flags & 0x70, platform::vbQuestion);
+    const int others[] = {platform::vbNo, platform::vbCancel, platform::vbOK, 0};
+    for (int other : others) {
+        answer = other;
+        EXPECT_FALSE(common::AskYesNo(QStringLiteral("Delete it?"))) << other;
+    }
 }
 
 } // namespace

@@ -16,58 +16,29 @@ namespace {
 
 using vb::Val;
 
-TEST(Val, BlanksInFrontAndBetweenDigitsArePassedOver) {
-    EXPECT_EQ(Val(QStringLiteral("   42")), 42);
-    EXPECT_EQ(Val(QStringLiteral("\t\r\n 7")), 7);
-    EXPECT_EQ(Val(QStringLiteral("1 2 3")), 123);
-    EXPECT_EQ(Val(QStringLiteral("1\t2")), 12);
-    EXPECT_EQ(Val(QStringLiteral(" 1 2 . 5")), 12.5);
-    EXPECT_EQ(Val(QStringLiteral("- 5")), -5);
-}
-
-TEST(Val, ReadingStopsAtTheFirstCharacterThatCannotBelongToANumber) {
-    EXPECT_EQ(Val(QStringLiteral("12abc")), 12);
-    EXPECT_EQ(Val(QStringLiteral("3x4")), 3);
-    EXPECT_EQ(Val(QStringLiteral("2.5.6")), 2.5);
-    EXPECT_EQ(Val(QStringLiteral("1,000")), 1);
-    EXPECT_EQ(Val(QStringLiteral("+7")), 7);
-    EXPECT_EQ(Val(QStringLiteral(".5")), 0.5);
-    EXPECT_EQ(Val(QStringLiteral("-.5")), -0.5);
-    EXPECT_EQ(Val(QStringLiteral("5.")), 5);
-    // Text that does not start with a number reads as nothing at all.
-    for (const char* junk :
-         {"", " ", "junk", "abc12", "$5", "--1", "-", ".", "e5", "&", "&H", "&HG", "&O8"}) {
-        SCOPED_TRACE(junk);
-        EXPECT_EQ(Val(QString::fromLatin1(junk)), 0);
-    }
-}
-
-TEST(Val, ExponentIsTakenOnlyWhenItHasDigits) {
-    EXPECT_EQ(Val(QStringLiteral("-3.5e2")), -350);
-    EXPECT_EQ(Val(QStringLiteral("1E3")), 1000);
-    EXPECT_EQ(Val(QStringLiteral("2D2")), 200);
-    EXPECT_EQ(Val(QStringLiteral("1e+2")), 100);
-    EXPECT_DOUBLE_EQ(Val(QStringLiteral("1.5e-1")), 0.15);
-    EXPECT_EQ(Val(QStringLiteral("1e2x")), 100);
-    EXPECT_EQ(Val(QStringLiteral("1e")), 1);
-    EXPECT_EQ(Val(QStringLiteral("1e+")), 1);
-    EXPECT_EQ(Val(QStringLiteral("4E-")), 4);
-}
-
-TEST(Val, HexAndOctalOfUpToSixteenBitsAreSigned) {
-    EXPECT_EQ(Val(QStringLiteral("&H10")), 16);
-    EXPECT_EQ(Val(QStringLiteral("&h1f")), 31);
-    EXPECT_EQ(Val(QStringLiteral("  &H1F junk")), 31);
-    EXPECT_EQ(Val(QStringLiteral("&HFFFF")), -1);
-    EXPECT_EQ(Val(QStringLiteral("&H8000")), -32768);
-    EXPECT_EQ(Val(QStringLiteral("&H7FFF")), 32767);
-    // Wider literals are 32-bit values.
-    EXPECT_EQ(Val(QStringLiteral("&H10000")), 65536);
-    EXPECT_EQ(Val(QStringLiteral("&HFFFFFFFF")), -1);
-    EXPECT_EQ(Val(QStringLiteral("&O17")), 15);
-    EXPECT_EQ(Val(QStringLiteral("&o777")), 511);
-    EXPECT_EQ(Val(QStringLiteral("&O177777")), -1);
-    EXPECT_EQ(Val(QStringLiteral("&O19")), 1);
+TEST(Val, ReadsTheNumberAtTheFrontOfTheText) {
+    const std::pair<const char*, double> rows[] = {
+        // clang-format off
+        // Blanks in front and between digits are passed over.
+        {"   42", 42}, {"\t\r\n 7", 7}, {"1 2 3", 123}, {"1\t2", 12}, {" 1 2 . 5", 12.5},
+        {"- 5", -5},
+        // Reading stops at the first character that cannot belong to a number.
+        {"12abc", 12}, {"3x4", 3}, {"2.5.6", 2.5}, {"1,000", 1}, {"+7", 7}, {".5", 0.5},
+        {"-.5", -0.5}, {"5.", 5},
+        // The exponent is taken only when it has digits.
+        {"-3.5e2", -350}, {"1E3", 1000}, {"2D2", 200}, {"1e+2", 100}, {"1.5e-1", 0.15},
+        {"1e2x", 100}, {"1e", 1}, {"1e+", 1}, {"4E-", 4},
+        // Hex and octal of up to sixteen bits are signed; wider literals are 32-bit values.
+        {"&H10", 16}, {"&h1f", 31}, {"  &H1F junk", 31}, {"&HFFFF", -1}, {"&H8000", -32768},
+        {"&H7FFF", 32767}, {"&H10000", 65536}, {"&HFFFFFFFF", -1}, {"&O17", 15}, {"&o777", 511},
+        {"&O177777", -1}, {"&O19", 1},
+        // Text that does not start with a number reads as nothing at all.
+        {"", 0}, {" ", 0}, {"junk", 0}, {"abc12", 0}, {"$5", 0}, {"--1", 0}, {"-", 0}, {".", 0},
+        {"e5", 0}, {"&", 0}, {"&H", 0}, {"&HG", 0}, {"&O8", 0},
+        // clang-format on
+    };
+    for (auto [text, value] : rows)
+        EXPECT_DOUBLE_EQ(Val(QString::fromLatin1(text)), value) << '"' << text << '"';
 }
 
 // The program calls the C library with the user's locale in force (QApplication sets it from
@@ -153,17 +124,33 @@ TEST(IsNumeric, TheWholeTextMustBeOneNumber) {
     }
 }
 
-TEST(HalfEvenRounding, TiesGoToTheEvenNeighbour) {
-    EXPECT_EQ(vb::RoundHalfEven(0.5), 0);
-    EXPECT_EQ(vb::RoundHalfEven(1.5), 2);
-    EXPECT_EQ(vb::RoundHalfEven(2.5), 2);
-    EXPECT_EQ(vb::RoundHalfEven(3.5), 4);
-    EXPECT_EQ(vb::RoundHalfEven(-0.5), 0);
-    EXPECT_EQ(vb::RoundHalfEven(-1.5), -2);
-    EXPECT_EQ(vb::RoundHalfEven(-2.5), -2);
-    EXPECT_EQ(vb::RoundHalfEven(2.4999), 2);
-    EXPECT_EQ(vb::RoundHalfEven(2.5001), 3);
-    EXPECT_EQ(vb::RoundHalfEven(-2.5001), -3);
+TEST(WholeNumbers, RoundingFloorAndSixteenBitWrap) {
+    // Ties go to the even neighbour.
+    for (auto [value, rounded] : {std::pair{0.5, 0},
+                                  {1.5, 2},
+                                  {2.5, 2},
+                                  {3.5, 4},
+                                  {-0.5, 0},
+                                  {-1.5, -2},
+                                  {-2.5, -2},
+                                  {2.4999, 2},
+                                  {2.5001, 3},
+                                  {-2.5001, -3}})
+        EXPECT_EQ(vb::RoundHalfEven(value), rounded) << value;
+    // Int is the floor.
+    for (auto [value, whole] : {std::pair{-1.5, -2}, {-0.1, -1}, {1.99, 1}, {3.0, 3}, {-3.0, -3}})
+        EXPECT_EQ(vb::Int(value), whole) << value;
+    // Sixteen-bit values wrap around both ends.
+    for (auto [value, wrapped] : {std::pair<long long, int>{32767, 32767},
+                                  {32768, -32768},
+                                  {33000, -32536},
+                                  {65535, -1},
+                                  {65536, 0},
+                                  {-1, -1},
+                                  {-32768, -32768},
+                                  {-32769, 32767},
+                                  {3LL * 65536 + 5, 5}})
+        EXPECT_EQ(vb::Wrap16(value), wrapped) << value;
 }
 
 TEST(HalfEvenRounding, DoesNotDependOnNorDisturbTheCallersRoundingMode) {
@@ -176,26 +163,6 @@ TEST(HalfEvenRounding, DoesNotDependOnNorDisturbTheCallersRoundingMode) {
     EXPECT_EQ(twoAndAHalf, 2);
     EXPECT_EQ(belowHalf, 2);
     EXPECT_EQ(during, FE_UPWARD);
-}
-
-TEST(WholeNumbers, IntIsTheFloor) {
-    EXPECT_EQ(vb::Int(-1.5), -2);
-    EXPECT_EQ(vb::Int(-0.1), -1);
-    EXPECT_EQ(vb::Int(1.99), 1);
-    EXPECT_EQ(vb::Int(3), 3);
-    EXPECT_EQ(vb::Int(-3), -3);
-}
-
-TEST(WholeNumbers, SixteenBitValuesWrapAroundBothEnds) {
-    EXPECT_EQ(vb::Wrap16(32767), 32767);
-    EXPECT_EQ(vb::Wrap16(32768), -32768);
-    EXPECT_EQ(vb::Wrap16(33000), -32536);
-    EXPECT_EQ(vb::Wrap16(65535), -1);
-    EXPECT_EQ(vb::Wrap16(65536), 0);
-    EXPECT_EQ(vb::Wrap16(-1), -1);
-    EXPECT_EQ(vb::Wrap16(-32768), -32768);
-    EXPECT_EQ(vb::Wrap16(-32769), 32767);
-    EXPECT_EQ(vb::Wrap16(3LL * 65536 + 5), 5);
 }
 
 // A conversion gives nothing when the value does not fit, so that the caller keeps what it
@@ -235,18 +202,19 @@ TEST(Conversions, RoundHalfEvenAndRefuseWhatDoesNotFit) {
 }
 
 TEST(ThousandsFormat, GroupsOfThreeAndNothingForZero) {
-    EXPECT_EQ(vb::FormatThousands(0), QString());
-    EXPECT_EQ(vb::FormatThousands(7), QStringLiteral("7"));
-    EXPECT_EQ(vb::FormatThousands(999), QStringLiteral("999"));
-    EXPECT_EQ(vb::FormatThousands(1000), QStringLiteral("1,000"));
-    EXPECT_EQ(vb::FormatThousands(100000), QStringLiteral("100,000"));
-    EXPECT_EQ(vb::FormatThousands(1234567), QStringLiteral("1,234,567"));
-    EXPECT_EQ(vb::FormatThousands(-1234), QStringLiteral("-1,234"));
-    EXPECT_EQ(vb::FormatThousands(-999), QStringLiteral("-999"));
-    EXPECT_EQ(vb::FormatThousands(std::numeric_limits<std::int64_t>::max()),
-              QStringLiteral("9,223,372,036,854,775,807"));
-    EXPECT_EQ(vb::FormatThousands(std::numeric_limits<std::int64_t>::min()),
-              QStringLiteral("-9,223,372,036,854,775,808"));
+    const std::pair<std::int64_t, const char*> rows[] = {
+        {0, ""},
+        {7, "7"},
+        {999, "999"},
+        {1000, "1,000"},
+        {100000, "100,000"},
+        {1234567, "1,234,567"},
+        {-1234, "-1,234"},
+        {-999, "-999"},
+        {std::numeric_limits<std::int64_t>::max(), "9,223,372,036,854,775,807"},
+        {std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"}};
+    for (auto [number, text] : rows)
+        EXPECT_EQ(vb::FormatThousands(number), QLatin1String(text)) << number;
 }
 
 } // namespace

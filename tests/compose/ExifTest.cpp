@@ -139,31 +139,23 @@ struct Decoded {
 };
 
 // Every decoding rule once, in both byte orders.
+// clang-format off
 const std::vector<Decoded> kDecodings = {
-    {N(274, 3, {6}), "6"},
-    {A(271, "Canon"), "Canon"},
+    {N(274, 3, {6}), "6"}, {A(271, "Canon"), "Canon"},
     {A(272, "EOS 40D with a long model name"), "EOS 40D with a long model name"},
-    {N(282, 5, {72, 1}), "72.0"},
-    {N(33434, 5, {10, 1250}), "125"},
-    {N(33437, 5, {56, 10}), "5.6"},
-    {N(37378, 5, {5, 1}), "5.7"},
-    {N(37386, 5, {1234, 100}), "12.3"},
-    {N(296, 5, {300, 7}), "300/7"},
-    {N(318, 5, {313, 1000, 329, 1000}), "0.313/0.329"},
-    {N(37377, 10, {7, 1}), "128"},
-    {N(37380, 10, {-2, 3}), "-0.7"},
-    {N(37379, 10, {-5, 10}), "-5/10"},
-    {N(50000, 9, {-5}), "-5"},
-    {N(50001, 8, {-2}), "-2"},
-    {B(50002, 6, "\xFE"), "-2"},
+    {N(282, 5, {72, 1}), "72.0"}, {N(33434, 5, {10, 1250}), "125"},
+    {N(33437, 5, {56, 10}), "5.6"}, {N(37378, 5, {5, 1}), "5.7"},
+    {N(37386, 5, {1234, 100}), "12.3"}, {N(296, 5, {300, 7}), "300/7"},
+    {N(318, 5, {313, 1000, 329, 1000}), "0.313/0.329"}, {N(37377, 10, {7, 1}), "128"},
+    {N(37380, 10, {-2, 3}), "-0.7"}, {N(37379, 10, {-5, 10}), "-5/10"},
+    {N(50000, 9, {-5}), "-5"}, {N(50001, 8, {-2}), "-2"}, {B(50002, 6, "\xFE"), "-2"},
     {N(40962, 4, {4294967295}), "4294967295"},
-    {B(36864, 7, "0220"), "2.20"},
-    {B(40960, 7, "0100"), "1.00"},
-    {B(37121, 7, QByteArray("\x01\x02\x03\x00", 4)), "YCbCr"},
-    {B(41728, 7, "\x03"), "3"},
+    {B(36864, 7, "0220"), "2.20"}, {B(40960, 7, "0100"), "1.00"},
+    {B(37121, 7, QByteArray("\x01\x02\x03\x00", 4)), "YCbCr"}, {B(41728, 7, "\x03"), "3"},
     {B(37500, 7, QByteArray::fromHex("616201ff80 6364001f 657e")), "abcde~"},
     {B(37510, 7, QByteArray("ASCII\x00\x00\x00Hi", 10)), "ASCIIHi"},
 };
+// clang-format on
 
 TEST_F(ExifFiles, EveryDecodingRuleGivesTheSameTextInBothByteOrders) {
     for (const bool intel : {true, false}) {
@@ -272,40 +264,35 @@ TEST_F(ExifFiles, HostileBlocksGiveShortOrEmptyValues) {
     QByteArray pastWindow = w.File({Lying(B(270, 2, {}), 20, 4090 - kTiffStart)});
     pastWindow += QByteArray(6000, 'z');
     pastWindow.replace(4090, 20, "ABCDEFGHIJKLMNOPQRST");
+    // clang-format off
     const std::vector<std::tuple<const char*, QByteArray, std::map<long, const char*>>> rows = {
         {"entry count 65535",
-         w.File({orientation}).replace(kTiffStart + 8, 2, w.Number(65535, 2)),
-         {{274, "3"}}},
+         w.File({orientation}).replace(kTiffStart + 8, 2, w.Number(65535, 2)), {{274, "3"}}},
         {"IFD0 past the window",
          w.File({orientation}).replace(kTiffStart + 4, 4, w.Number(0xFFFFFFF0, 4)),
          {{274, "Tag 274 not found."}}},
-        {"ExifOffset past the window",
-         w.File({orientation, N(34665, 4, {5000000})}),
+        {"ExifOffset past the window", w.File({orientation, N(34665, 4, {5000000})}),
          {{274, "3"}, {34665, "5000000"}}},
         {"directory cut in an entry", w.File({orientation, orientation}).chopped(10), {{274, "3"}}},
         {"value cut by the end of the file",
-         w.File({B(270, 2, "0123456789abcdefghij")}).chopped(10),
-         {{270, "0123456789"}}},
+         w.File({B(270, 2, "0123456789abcdefghij")}).chopped(10), {{270, "0123456789"}}},
         {"value cut by the 4096-byte window", pastWindow, {{270, "ABCDEF"}}},
-        {"value starting past the window",
-         w.File({Lying(B(270, 2, {}), 20, 0xFFFFFFFF)}),
+        {"value starting past the window", w.File({Lying(B(270, 2, {}), 20, 0xFFFFFFFF)}),
          {{270, ""}}},
-        {"huge component counts",
-         w.File({Lying(N(282, 5, {72, 1}), 0xFFFFFFFF, {}),
-                 Lying(N(318, 5, {1, 2, 3, 4}), 0xFFFFFFFF, {})}),
+        {"huge component counts", w.File({Lying(N(282, 5, {72, 1}), 0xFFFFFFFF, {}),
+                                          Lying(N(318, 5, {1, 2, 3, 4}), 0xFFFFFFFF, {})}),
          {{282, "72.0"}, {318, "0.500/0.750"}}},
-        {"formats 0 and 200",
-         w.File({B(274, 0, "\x06"), B(50001, 200, "\x06")}),
+        {"formats 0 and 200", w.File({B(274, 0, "\x06"), B(50001, 200, "\x06")}),
          {{274, "0"}, {50001, "0"}}},
         {"zero denominators",
          w.File({N(33434, 5, {1, 0}), N(33437, 5, {5, 0}), N(37379, 10, {5, 0}),
                  N(318, 5, {1, 0, 1, 0}), N(37377, 10, {-1, 0})}),
          {{33434, ""}, {33437, ""}, {37379, "5/0"}, {318, "/"}, {37377, ""}}},
         {"an exposure of 0 seconds", w.File({N(33434, 5, {0, 1})}), {{33434, ""}}},
-        {"signature at the very end",
-         QByteArray::fromHex("ffd8 45786966 0000"),
+        {"signature at the very end", QByteArray::fromHex("ffd8 45786966 0000"),
          {{274, "Tag 274 not found."}}},
     };
+    // clang-format on
     for (const auto& [name, bytes, texts] : rows) {
         const clsEXIF exif = Read(bytes);
         EXPECT_EQ(exif.ReadStatus(), 0) << name;
@@ -367,13 +354,12 @@ TEST_F(ExifSamples, TheOrientationSetGivesTheNumberInItsName) {
 }
 
 TEST_F(ExifSamples, DatesAndDescriptionsAreWhatTheCamerasStored) {
+    // clang-format off
     const std::vector<std::pair<const char*, const char*>> dates = {
-        {"Canon_40D.jpg", "2008:05:30 15:56:01"},
-        {"Nikon_D70.jpg", "2008:03:15 09:52:01"},
+        {"Canon_40D.jpg", "2008:05:30 15:56:01"}, {"Nikon_D70.jpg", "2008:03:15 09:52:01"},
         {"Fujifilm_FinePix_E500.jpg", "2006:08:17 09:24:48"},
-        {"exif-org/kodak-dc240.jpg", "1999:05:25 21:00:09"},
-        {"xmp/no_exif.jpg", "notEXIF"},
-    };
+        {"exif-org/kodak-dc240.jpg", "1999:05:25 21:00:09"}, {"xmp/no_exif.jpg", "notEXIF"}};
+    // clang-format on
     for (const auto& [name, date] : dates)
         EXPECT_EQ(Read(QString::fromLatin1(name)).GetOrigDate(), QLatin1String(date)) << name;
     const QString description = Read(QStringLiteral("long_description.jpg")).GetDescription();

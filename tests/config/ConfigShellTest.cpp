@@ -51,10 +51,8 @@ TEST_F(ConfigShell, StartsWithEveryPanelCollapsedInAWindowOfTheTableHeight) {
     const int screen = QGuiApplication::primaryScreen()->geometry().height();
     EXPECT_EQ(config->ScreenHeightPixels, screen);
     EXPECT_EQ(config->CollapsedFormHeight, ConfigFormHeights(screen).collapsed);
-    EXPECT_EQ(config->height(), config->Portal->y() + config->Portal->height() + 14);
-    EXPECT_EQ(config->Portal->height(), config->CollapsedFormHeight - 70);
-    EXPECT_EQ(config->lvwFolderList->height(), config->CollapsedFormHeight - 279);
     EXPECT_EQ(config->RestFormHeight, config->height());
+    // The images' list waits below the window's resting height, in the room it grows by.
     EXPECT_EQ(config->lstImages[0]->y(), config->CollapsedFormHeight);
     EXPECT_EQ(config->lstImages[0]->height(),
               config->ExpandedFormHeight - config->CollapsedFormHeight);
@@ -67,45 +65,39 @@ TEST_F(ConfigShell, StartsWithEveryPanelCollapsedInAWindowOfTheTableHeight) {
     EXPECT_TRUE(PanelsTouch());
     EXPECT_TRUE(config->imgSetPageOpen[21]->isHidden());
     EXPECT_TRUE(config->imgSetPageClose[21]->isHidden());
-    EXPECT_EQ(config->lvwFolderList->columnCount(), 12);
     EXPECT_EQ(config->lvwFolderList->headerItem()->text(7), QStringLiteral("Recurse / Ignore GIF"));
 }
 
-TEST_F(ConfigShell, APanelOpensInHalvingStepsOnItsOwnTimerAndPushesTheOthersDown) {
-    const int below = Page(5)->y();
-    config->imgSetPageOpen_Click(4);
-    EXPECT_TRUE(config->imgSetPageOpen[4]->isHidden());
-    EXPECT_TRUE(config->imgSetPageClose[4]->isHidden());
-    ASSERT_NE(config->openPageTimer[4], nullptr);
-    EXPECT_EQ(config->openPageTimer[4]->Interval(), 100);
-    EXPECT_FALSE(config->openPageTimer[0]->Enabled());
+// Panel 0 animates on the timer built with the window, which stays; any other panel on a timer
+// of its own, made for the one animation.
+TEST_F(ConfigShell, APanelOpensInHalvingStepsAndPushesTheOthersDown) {
+    for (int panel : {4, 0}) {
+        SCOPED_TRACE(panel);
+        const int below = Page(panel + 1)->y();
+        config->imgSetPageOpen_Click(panel);
+        EXPECT_TRUE(config->imgSetPageOpen[panel]->isHidden());
+        EXPECT_TRUE(config->imgSetPageClose[panel]->isHidden());
+        ASSERT_NE(config->openPageTimer[panel], nullptr);
+        EXPECT_EQ(config->openPageTimer[0]->Enabled(), panel == 0);
 
-    const std::vector<int> heights = Animate(config->openPageTimer, 4);
-    ASSERT_GE(heights.size(), 3u);
-    EXPECT_EQ(heights.front(), 25 + (Tag(4) - 25) / 2);
-    EXPECT_EQ(heights.back(), Tag(4));
-    for (std::size_t i = 1; i < heights.size(); ++i)
-        EXPECT_GT(heights[i], heights[i - 1]);
-    EXPECT_EQ(Page(5)->y(), below + Tag(4) - 25);
-    EXPECT_TRUE(PanelsTouch());
-    EXPECT_FALSE(config->imgSetPageClose[4]->isHidden());
-    // The panel's own timer was only for this animation.
-    EXPECT_EQ(config->openPageTimer[4], nullptr);
+        // The steps themselves are the geometry's; here that there are several.
+        const std::vector<int> heights = Animate(config->openPageTimer, panel);
+        ASSERT_GE(heights.size(), 3u);
+        EXPECT_EQ(heights.back(), Tag(panel));
+        EXPECT_EQ(Page(panel + 1)->y(), below + Tag(panel) - 25);
+        EXPECT_TRUE(PanelsTouch());
+        EXPECT_FALSE(config->imgSetPageClose[panel]->isHidden());
+        EXPECT_EQ(config->openPageTimer[panel] != nullptr, panel == 0);
+        if (panel == 0) {
+            EXPECT_FALSE(config->openPageTimer[0]->Enabled());
+        }
 
-    config->imgSetPageClose_Click(4);
-    Animate(config->closePageTimer, 4);
-    EXPECT_EQ(Page(4)->height(), 25);
-    EXPECT_EQ(Page(5)->y(), below);
-    EXPECT_FALSE(config->imgSetPageOpen[4]->isHidden());
-}
-
-TEST_F(ConfigShell, TheFirstPanelUsesTheTimerBuiltWithTheWindow) {
-    config->imgSetPageOpen_Click(0);
-    ASSERT_TRUE(config->openPageTimer[0]->Enabled());
-    Animate(config->openPageTimer, 0);
-    EXPECT_EQ(Page(0)->height(), Tag(0));
-    ASSERT_NE(config->openPageTimer[0], nullptr);
-    EXPECT_FALSE(config->openPageTimer[0]->Enabled());
+        config->imgSetPageClose_Click(panel);
+        Animate(config->closePageTimer, panel);
+        EXPECT_EQ(Page(panel)->height(), 25);
+        EXPECT_EQ(Page(panel + 1)->y(), below);
+        EXPECT_FALSE(config->imgSetPageOpen[panel]->isHidden());
+    }
 }
 
 TEST_F(ConfigShell, PanoramaDemoRunsOnlyWhileItsPanelIsOpen) {
@@ -157,8 +149,6 @@ TEST_F(ConfigShell, ExpandAllSkipsPanelsAlreadyOpenAndCollapseAllClosesEverythin
     EXPECT_FALSE(config->portalScroll->isHidden());
     EXPECT_EQ(config->portalScroll->maximum(),
               config->PageHolder->height() - config->Portal->height());
-    EXPECT_EQ(config->portalScroll->singleStep(), 10);
-    EXPECT_EQ(config->portalScroll->pageStep(), config->Portal->height() / 2);
     config->portalScroll->setValue(120);
     EXPECT_EQ(config->PageHolder->y(), -120);
 
@@ -175,7 +165,6 @@ TEST_F(ConfigShell, ExpandAllSkipsPanelsAlreadyOpenAndCollapseAllClosesEverythin
 TEST_F(ConfigShell, WindowGrowsToShowTheImagesAndShrinksBackToItsRestingHeight) {
     const int rest = config->height();
     config->imgSetPageOpen_Click(21);
-    EXPECT_EQ(config->expandConfigTimer->Interval(), 50);
     for (int tick = 0; tick < 100 && config->expandConfigTimer->Enabled(); ++tick) {
         const int before = config->height();
         config->expandConfigTimer->fire();
@@ -185,13 +174,13 @@ TEST_F(ConfigShell, WindowGrowsToShowTheImagesAndShrinksBackToItsRestingHeight) 
     EXPECT_FALSE(config->imgSetPageClose[21]->isHidden());
 
     config->imgSetPageClose_Click(21);
-    EXPECT_EQ(config->expandConfigTimer->Interval(), 90);
     for (int tick = 0; tick < 100 && config->expandConfigTimer->Enabled(); ++tick)
         config->expandConfigTimer->fire();
     EXPECT_EQ(config->height(), rest);
     EXPECT_FALSE(config->imgSetPageOpen[21]->isHidden());
 }
 
+// Which controls count as a change is the preferences table's business, tested with it.
 TEST_F(ConfigShell, ApplyWaitsForARealChangeAndSavingTurnsItOff) {
     config->RunConfig();
     EXPECT_FALSE(config->cmdApply->isEnabled());
@@ -206,71 +195,52 @@ TEST_F(ConfigShell, ApplyWaitsForARealChangeAndSavingTurnsItOff) {
     config->cmdApply_Click();
     EXPECT_FALSE(config->cmdApply->isEnabled());
     EXPECT_TRUE(QFile::exists(config->PrefsFileName));
-
-    config->txtImageInterval->setText(QStringLiteral("12"));
-    EXPECT_TRUE(config->cmdApply->isEnabled());
-    config->cmdApply_Click();
-    config->Position2[2]->setChecked(true);
-    EXPECT_TRUE(config->cmdApply->isEnabled());
-    config->cmdApply_Click();
-    config->cmbImageOrder->setCurrentIndex(3);
-    EXPECT_TRUE(config->cmdApply->isEnabled());
 }
 
-TEST_F(ConfigShell, OkSavesAndEndsTheProgram) {
-    config->RunConfig();
-    config->txtImageInterval->setText(QStringLiteral("17"));
-    config->cmdOk_Click();
-    EXPECT_TRUE(lastFormGone);
-    EXPECT_EQ(Forms::Count(), 0);
-    QFile file(install.filePath(QStringLiteral("TView_Prefs.txt")));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(file.readAll().contains("\r\nINTERVAL,17\r\n"));
-}
-
-TEST_F(ConfigShell, CancelEndsTheProgramAndWritesNothing) {
-    config->RunConfig();
-    config->txtImageInterval->setText(QStringLiteral("17"));
-    config->cmdCancel_Click();
-    EXPECT_TRUE(lastFormGone);
-    EXPECT_FALSE(QFile::exists(install.filePath(QStringLiteral("TView_Prefs.txt"))));
-}
-
-TEST_F(ConfigShell, HelpFallsBackToTheWebWhenTheFileIsMissing) {
-    QString opened;
-    platform::SetShellLauncher([&](const QString& target) {
-        opened = target;
-        return 42;
-    });
-    config->cmdHelp_Click();
-    platform::SetShellLauncher(nullptr);
-    ASSERT_EQ(messages.size(), 1u);
-    EXPECT_EQ(messages[0].prompt, QStringLiteral("I can't find the help file on your computer.\r\n"
-                                                 "I'll try and open the Help files on the web."));
-    EXPECT_EQ(messages[0].title, QStringLiteral("(please connect to the internet if you are not "
-                                                "already connected)"));
-    EXPECT_EQ(opened, platform::OnlineHelpUrl());
-}
-
-TEST_F(ConfigShell, HelpOpensTheInstalledPageWithoutAWord) {
-    ASSERT_TRUE(QDir(install.path()).mkpath(QStringLiteral("Help")));
-    const QString page = install.filePath(QStringLiteral("Help/index.html"));
-    {
-        QFile f(page);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("<!DOCTYPE html>\n<title>Tessaview Help</title>\n");
+TEST_F(ConfigShell, OkSavesAndEndsTheProgramCancelOnlyEndsIt) {
+    for (bool ok : {false, true}) {
+        config = ReloadConfig();
+        lastFormGone = false;
+        config->RunConfig();
+        config->txtImageInterval->setText(QStringLiteral("17"));
+        ok ? config->cmdOk_Click() : config->cmdCancel_Click();
+        EXPECT_TRUE(lastFormGone) << ok;
+        EXPECT_EQ(Forms::Count(), 0) << ok;
+        QFile file(install.filePath(QStringLiteral("TView_Prefs.txt")));
+        EXPECT_EQ(file.open(QIODevice::ReadOnly), ok);
+        if (ok) {
+            EXPECT_TRUE(file.readAll().contains("\r\nINTERVAL,17\r\n"));
+        }
     }
+}
+
+// The installed page opens without a word; without it, the web's, with a word first.
+TEST_F(ConfigShell, HelpOpensTheInstalledPageOrFallsBackToTheWeb) {
     QStringList opened;
     platform::SetShellLauncher([&](const QString& target) {
         opened.append(target);
         return 42;
     });
     config->cmdHelp_Click();
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_EQ(messages[0].prompt, QStringLiteral("I can't find the help file on your computer.\r\n"
+                                                 "I'll try and open the Help files on the web."));
+    EXPECT_EQ(messages[0].title, QStringLiteral("(please connect to the internet if you are not "
+                                                "already connected)"));
+    EXPECT_EQ(opened, QStringList{platform::OnlineHelpUrl()});
+
+    ASSERT_TRUE(QDir(install.path()).mkpath(QStringLiteral("Help")));
+    const QString page = install.filePath(QStringLiteral("Help/index.html"));
+    QFile f(page);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("<!DOCTYPE html>\n<title>Tessaview Help</title>\n");
+    f.close();
+    config->cmdHelp_Click();
     platform::SetShellLauncher(nullptr);
-    EXPECT_TRUE(messages.empty());
-    ASSERT_EQ(opened.size(), 1);
-    const QUrl url(opened[0]);
-    EXPECT_TRUE(url.isLocalFile()) << opened[0].toStdString();
+    EXPECT_EQ(messages.size(), 1u);
+    ASSERT_EQ(opened.size(), 2);
+    const QUrl url(opened[1]);
+    EXPECT_TRUE(url.isLocalFile()) << opened[1].toStdString();
     EXPECT_EQ(url.toLocalFile(), page);
 }
 
@@ -310,7 +280,14 @@ TEST_F(ConfigShell, SkyBarShowsTheDefaultNightAcrossMidnight) {
     EXPECT_EQ(config->lblTime[1]->text(), QStringLiteral("7:00 am"));
     EXPECT_FALSE(config->imgSkyMask[0]->isHidden());
     EXPECT_FALSE(config->imgSkyMask[1]->isHidden());
-    EXPECT_EQ(config->SkyBarZoneWidth, config->imgSkyBar->width() / 96);
+
+    // A tab dragged past the bar stops at midnight; start 88, end 96 no longer wraps.
+    config->imgSkyTab_MouseDown(1, 100);
+    config->imgSkyTab_MouseMove(1, 5000);
+    config->imgSkyTab_MouseUp(1);
+    EXPECT_EQ(config->GetNightModeSetting(1), 96);
+    EXPECT_EQ(config->lblTime[1]->text(), QStringLiteral("0:00 am"));
+    EXPECT_TRUE(config->imgSkyMask[1]->isHidden());
 
     config->SetNightModeSkyBar(40, 40);
     EXPECT_EQ(config->imgSkyMask[0]->width(), 0);
@@ -391,14 +368,4 @@ TEST_F(ConfigShell, DraggingAKnobSetsItsShareAndBalancesTheOthers) {
     // Without a press the pointer moves nothing.
     config->imgLayoutSlider_MouseMove(0, 9000);
     EXPECT_EQ(config->SliderPercent[0], 0.0f);
-}
-
-TEST_F(ConfigShell, ATabDraggedPastTheBarStopsAtMidnight) {
-    config->imgSkyTab_MouseDown(1, 100);
-    config->imgSkyTab_MouseMove(1, 5000);
-    config->imgSkyTab_MouseUp(1);
-    EXPECT_EQ(config->GetNightModeSetting(1), 96);
-    EXPECT_EQ(config->lblTime[1]->text(), QStringLiteral("0:00 am"));
-    // Start 88, end 96: the night no longer wraps.
-    EXPECT_TRUE(config->imgSkyMask[1]->isHidden());
 }

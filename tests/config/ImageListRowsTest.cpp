@@ -25,10 +25,11 @@ protected:
         QLocale::setDefault(saved);
     }
 
-    // A list file in the install folder's Imagelists folder.
+    // A list file in the install folder's Imagelists folder; options are joined by "|", the
+    // rest of the five slots "none==none".
     QString MakeList(const QString& name, const QString& title, const QString& type,
-                     const QString& lastScan, const QString& interval,
-                     const std::array<QString, 5>& options, const QStringList& images) {
+                     const QString& lastScan, const QString& interval, const QString& options,
+                     const QStringList& images) {
         ::lists::ImageListRow row;
         row.title = title;
         row.count = QString::number(::lists::CountImageRecords(images));
@@ -36,16 +37,23 @@ protected:
         row.type = type;
         row.lastScan = lastScan;
         row.scanInterval = interval;
-        row.options = options;
+        row.options.fill(QStringLiteral("none==none"));
+        const QStringList given = options.split('|');
+        std::copy(given.begin(), given.end(), row.options.begin());
         const QString file = lists + QLatin1Char('/') + name;
         EXPECT_TRUE(::lists::WriteTextLines(file, ::lists::ImageListLines(row, images)));
         return file;
     }
-    QString MakeLocal(const QString& name, const QString& title, const QStringList& images,
-                      const QString& interval = QStringLiteral("7")) {
-        return MakeList(
-            name, title, QStringLiteral("Local"), QStringLiteral("03/07/2025"), interval,
-            {"RECURSE==True", "none==none", "none==none", "none==none", "none==none"}, images);
+    QString MakeLocal(const QString& name, const QString& title, const QStringList& images) {
+        return MakeList(name, title, "Local", "03/07/2025", "7", "RECURSE==True", images);
+    }
+    // Name and value of the five option slots for a new list, the rest "none".
+    static std::array<std::array<QString, 2>, 5>
+    Options(std::initializer_list<std::array<QString, 2>> given) {
+        std::array<std::array<QString, 2>, 5> options;
+        options.fill({QStringLiteral("none"), QStringLiteral("none")});
+        std::copy(given.begin(), given.end(), options.begin());
+        return options;
     }
     int Rows() const { return config->lvwFolderList->topLevelItemCount(); }
     QStringList Entries(int index) const {
@@ -94,26 +102,20 @@ protected:
 
 TEST_F(ImageListRows, ScanningLoadsEveryListFileByNameIntoARowAndItsOwnImageList) {
     LoadThree();
-    MakeList("z_1.txt", "NotAList", "Local", "", "1", {}, {});
+    MakeList("z_1.txt", "NotAList", "Local", "", "1", "", {});
     EXPECT_EQ(config->ListColumn(1, 0), QStringLiteral("Autumn"));
-    EXPECT_EQ(config->ListColumn(2, 0), QStringLiteral("Birds"));
     EXPECT_EQ(config->ListColumn(3, 0), QStringLiteral("Cats"));
-    EXPECT_EQ(config->ListColumn(2, 1), QStringLiteral("3"));
-    EXPECT_EQ(config->ListColumn(2, 2), QStringLiteral("/photos/Birds/"));
-    EXPECT_EQ(config->ListColumn(2, 3), QStringLiteral("Local"));
-    EXPECT_EQ(config->ListColumn(2, 4), lists + QStringLiteral("/b_1.tvl"));
-    EXPECT_EQ(config->ListColumn(2, 5), QStringLiteral("03/07/2025"));
-    EXPECT_EQ(config->ListColumn(2, 6), QStringLiteral("7"));
-    EXPECT_EQ(config->ListColumn(2, 7), QStringLiteral("RECURSE==True"));
-    for (int column = 8; column <= 11; ++column)
-        EXPECT_TRUE(config->ListColumn(2, column).isEmpty()) << column;
+    const QString birds[] = {"Birds",      "3", "/photos/Birds/", "Local", lists + "/b_1.tvl",
+                             "03/07/2025", "7", "RECURSE==True",  "",      "",
+                             "",           ""};
+    for (int column = 0; column < 12; ++column)
+        EXPECT_EQ(config->ListColumn(2, column), birds[column]) << column;
     EXPECT_EQ(IconKey(2), QStringLiteral("folder"));
     ASSERT_GE(config->lstImages.size(), 4u);
     EXPECT_EQ(Entries(1), (QStringList{"IMAGE>/photos/a1.jpg", "IMAGE>/photos/a2.jpg"}));
     EXPECT_EQ(Entries(3), QStringList{"IMAGE>/photos/c1.jpg"});
     EXPECT_EQ(config->lstImages[2]->objectName(), QStringLiteral("lstImages(2)"));
     EXPECT_TRUE(config->lstImages[2]->isHidden());
-    EXPECT_EQ(config->lstImages[2]->geometry(), config->lstImages[0]->geometry());
     EXPECT_TRUE(messages.empty());
 
     config->ScanAndLoadImageLists(InstallDir + QStringLiteral("/nowhere"));
@@ -122,12 +124,10 @@ TEST_F(ImageListRows, ScanningLoadsEveryListFileByNameIntoARowAndItsOwnImageList
 
 TEST_F(ImageListRows, TheWindowLoadsTheInstallFoldersListsAtStart) {
     MakeLocal("a_1.tvl", "Autumn", {});
-    MakeList(
-        "web_1.tvl", "News", "Web", "01/01/2026", "1",
-        {"EXCLUDEGIF==True", "PAGEIMAGES==True", "LINKIMAGES==False", "none==none", "none==none"},
-        {});
-    MakeList("fl_1.tvl", "Friends", "Flickr", "01/01/2026", "1",
-             {"PERPAGE==20", "USER_NSID==1@N00", "none==none", "none==none", "none==none"}, {});
+    MakeList("web_1.tvl", "News", "Web", "01/01/2026", "1",
+             "EXCLUDEGIF==True|PAGEIMAGES==True|LINKIMAGES==False", {});
+    MakeList("fl_1.tvl", "Friends", "Flickr", "01/01/2026", "1", "PERPAGE==20|USER_NSID==1@N00",
+             {});
     config = ReloadConfig();
     ASSERT_EQ(Rows(), 3);
     EXPECT_EQ(IconKey(1), QStringLiteral("folder"));
@@ -171,8 +171,7 @@ TEST_F(ImageListRows, WritingARowCountsItsPhotosAndReplacesTheFile) {
     const QStringList triples = {"IMAGE>https://x/1.jpg", "TITLE>One", "DESCR>First",
                                  "IMAGE>https://x/2.jpg", "TITLE>Two", "DESCR>Second"};
     const QString file =
-        MakeList("fl_1.tvl", "Friends", "Flickr", "01/01/2026", "1",
-                 {"PERPAGE==20", "none==none", "none==none", "none==none", "none==none"}, triples);
+        MakeList("fl_1.tvl", "Friends", "Flickr", "01/01/2026", "1", "PERPAGE==20", triples);
     config->ScanAndLoadImageLists(lists);
     ASSERT_EQ(Rows(), 1);
     config->lvwFolderList->topLevelItem(0)->setText(1, QStringLiteral("99"));
@@ -193,14 +192,10 @@ TEST_F(ImageListRows, AddingAListMakesItsRowWritesItsFileAndDropsTheSavedPool) {
     PlaceRemainingList();
     const QString file = config->BuildImageListFileName(QStringLiteral("/home/ann/Sea/"));
     EXPECT_EQ(file, lists + QStringLiteral("/Sea_1.tvl"));
-    ASSERT_TRUE(config->AddNewImageFile(
-        "Sea, sand", "Local", "/home/ann/Sea/", "5", file, "22/11/2026", "4000",
-        {{{"RECURSE", "False"},
-          {"none", "none"},
-          {"none", "none"},
-          {"none", "none"},
-          {"none", "none"}}},
-        {"IMAGE>/home/ann/Sea/1.jpg", "IMAGE>/home/ann/Sea/2.jpg"}));
+    ASSERT_TRUE(
+        config->AddNewImageFile("Sea, sand", "Local", "/home/ann/Sea/", "5", file, "22/11/2026",
+                                "4000", Options({{"RECURSE", "False"}}),
+                                {"IMAGE>/home/ann/Sea/1.jpg", "IMAGE>/home/ann/Sea/2.jpg"}));
     ASSERT_EQ(Rows(), 4);
     EXPECT_EQ(config->ListColumn(4, 0), QStringLiteral("Sea, sand"));
     EXPECT_EQ(config->ListColumn(4, 1), QStringLiteral("2"));
@@ -223,12 +218,7 @@ TEST_F(ImageListRows, AddingAListMakesItsRowWritesItsFileAndDropsTheSavedPool) {
 
     ASSERT_TRUE(config->AddNewImageFile("Group", "Flickr-Group-Public", "Flickr-Group-Public", "0",
                                         lists + QStringLiteral("/flickr-gro_1.tvl"), "22/11/2026",
-                                        "7",
-                                        {{{"PERPAGE", "10"},
-                                          {"GROUP_NSID", "7@N01"},
-                                          {"none", "none"},
-                                          {"none", "none"},
-                                          {"none", "none"}}},
+                                        "7", Options({{"PERPAGE", "10"}, {"GROUP_NSID", "7@N01"}}),
                                         {}));
     EXPECT_EQ(IconKey(5), QStringLiteral("flickr"));
     QString listName;
@@ -243,91 +233,83 @@ TEST_F(ImageListRows, TheNameSearchLooksAtTheTypeColumnNotTheFileColumn) {
     EXPECT_TRUE(config->InFolderList(QStringLiteral("Local")));
 }
 
+// Rows in file-name order; nullptr: not looked at.
 TEST_F(ImageListRows, TheDetailsStripDescribesTheSelectedList) {
-    MakeList("fl_1.tvl", "Friends", "Flickr-User-Public", "03/07/2025", "999",
-             {"PERPAGE==20", "USER_NSID==1@N00", "none==none", "none==none", "none==none"}, {});
-    MakeList("loc_1.tvl", "Home", "Local", "03/07/2025", "0",
-             {"RECURSE==false", "none==none", "none==none", "none==none", "none==none"},
-             {"IMAGE>/h/1.jpg"});
-    MakeList(
-        "web_1.tvl", "News", "Web", "03/07/2025", "1000",
-        {"EXCLUDEGIF== true ", "PAGEIMAGES==False", "LINKIMAGES==TRUE", "none==none", "none==none"},
-        {});
-    MakeList("x_1.tvl", "Odd", "Web", "03/07/2025", "4000",
-             {"STRANGE==1", "none==none", "none==none", "none==none", "none==none"}, {});
+    struct Row {
+        const char *type, *interval, *options;
+        int images;
+        const char *nextScan, *option1, *option2, *option3;
+    };
+    // clang-format off
+    const Row rows[] = {
+        // 999 days: almost three years on.
+        {"Flickr-User-Public", "999", "PERPAGE==20|USER_NSID==1@N00", 0, "Next Scan: 28/03/2028",
+         "Return up to 20 images", "Images from user 1@N00", ""},
+        {"Local", "0", "RECURSE==false", 1, "Next Scan: 03/07/2025",
+         "Don't scan sub-folders", "", ""},
+        {"Web", "1000", "EXCLUDEGIF== true |PAGEIMAGES==False|LINKIMAGES==TRUE", 0,
+         "(no automatic rescan)", "Ignore GIF and PNG images",
+         "Do not include images found on web page", "Include images linked from this web page."},
+        // The reader drops an option it does not know.
+        {"Web", "4000", "STRANGE==1", 0, "(no automatic rescan)", "", nullptr, nullptr},
+        {"Local", "1", "RECURSE==True", 0, "Next Scan: 04/07/2025", "Scan sub-folders", nullptr,
+         nullptr},
+        {"Web", "1", "EXCLUDEGIF==no|PAGEIMAGES==true|LINKIMAGES==", 0, nullptr,
+         "Include GIF and PNG images", "Include images found on web page",
+         "Do not include images linked from this page."},
+        {"Flickr-Group-Public", "30", "PERPAGE==5|GROUP_NSID==9@N02", 0, "Next Scan: 02/08/2025",
+         nullptr, "Images from group 9@N02", nullptr},
+    };
+    // clang-format on
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        QStringList images;
+        for (int k = 0; k < rows[i].images; ++k)
+            images << QStringLiteral("IMAGE>/h/%1.jpg").arg(k);
+        MakeList(QStringLiteral("r%1_1.tvl").arg(i), QStringLiteral("L%1").arg(i), rows[i].type,
+                 "03/07/2025", rows[i].interval, rows[i].options, images);
+    }
     config->ScanAndLoadImageLists(lists);
-    ASSERT_EQ(Rows(), 4);
-    auto* detail = config;
-    EXPECT_TRUE(detail->lblLocation->isHidden());
-    EXPECT_TRUE(detail->imgSetPageOpen[21]->isHidden());
+    ASSERT_EQ(Rows(), static_cast<int>(std::size(rows)));
+    ASSERT_GT(static_cast<int>(config->lstImages.size()), Rows());
+    EXPECT_TRUE(config->lblLocation->isHidden());
+    EXPECT_TRUE(config->imgSetPageOpen[21]->isHidden());
 
-    detail->ShowFileDetails(1);
-    EXPECT_FALSE(detail->lblLocation->isHidden());
-    EXPECT_FALSE(detail->imgButton[2]->isHidden());
-    EXPECT_FALSE(detail->imgSetPageOpen[21]->isHidden());
-    EXPECT_EQ(detail->lblLocation->text(), QStringLiteral("/photos/Friends/"));
-    EXPECT_EQ(detail->lblImageCount->text(), QStringLiteral("( 0 images )"));
-    EXPECT_EQ(detail->lblLastScan->text(), QStringLiteral("Last Scan: 03/07/2025"));
-    // 999 days: almost three years on.
-    EXPECT_EQ(detail->lblNextScan->text(), QStringLiteral("Next Scan: 28/03/2028"));
-    EXPECT_EQ(detail->lblOption[1]->text(), QStringLiteral("Return up to 20 images"));
-    EXPECT_EQ(detail->lblOption[2]->text(), QStringLiteral("Images from user 1@N00"));
-    EXPECT_TRUE(detail->lblOption[3]->text().isEmpty());
+    for (int n = 1; n <= Rows(); ++n) {
+        const Row& row = rows[n - 1];
+        SCOPED_TRACE(testing::Message() << "row " << n);
+        config->ShowFileDetails(n);
+        EXPECT_EQ(config->lblLocation->text(), QStringLiteral("/photos/L%1/").arg(n - 1));
+        EXPECT_EQ(config->lblImageCount->text(), QStringLiteral("( %1 images )").arg(row.images));
+        EXPECT_EQ(config->lblLastScan->text(), QStringLiteral("Last Scan: 03/07/2025"));
+        const char* expected[] = {row.nextScan, row.option1, row.option2, row.option3};
+        const QLabel* shown[] = {config->lblNextScan, config->lblOption[1], config->lblOption[2],
+                                 config->lblOption[3]};
+        for (int k = 0; k < 4; ++k)
+            if (expected[k]) {
+                EXPECT_EQ(shown[k]->text(), QLatin1String(expected[k])) << k;
+            }
+        // The row's own images are the ones shown, where the list box stands.
+        for (int other = 1; other <= Rows(); ++other)
+            EXPECT_EQ(config->lstImages[static_cast<std::size_t>(other)]->isHidden(), other != n);
+        EXPECT_EQ(config->lstImages[static_cast<std::size_t>(n)]->geometry(),
+                  config->lstImages[0]->geometry());
+    }
+    EXPECT_FALSE(config->lblLocation->isHidden());
+    EXPECT_FALSE(config->imgButton[2]->isHidden());
+    EXPECT_FALSE(config->imgSetPageOpen[21]->isHidden());
 
-    detail->ShowFileDetails(2);
-    EXPECT_EQ(detail->lblImageCount->text(), QStringLiteral("( 1 images )"));
-    EXPECT_EQ(detail->lblNextScan->text(), QStringLiteral("Next Scan: 03/07/2025"));
-    EXPECT_EQ(detail->lblOption[1]->text(), QStringLiteral("Don't scan sub-folders"));
-    EXPECT_FALSE(detail->lstImages[2]->isHidden());
-    EXPECT_TRUE(detail->lstImages[1]->isHidden());
-    EXPECT_EQ(detail->lstImages[2]->geometry(), detail->lstImages[0]->geometry());
+    // An option that reaches a column as it is, is shown raw; "none" as a blank.
+    config->lvwFolderList->topLevelItem(3)->setText(7, QStringLiteral("STRANGE==1"));
+    config->lvwFolderList->topLevelItem(3)->setText(8, QStringLiteral("none==none"));
+    config->ShowFileDetails(4);
+    EXPECT_EQ(config->lblOption[1]->text(), QStringLiteral("STRANGE==1"));
+    EXPECT_EQ(config->lblOption[2]->text(), QStringLiteral(" "));
 
-    detail->ShowFileDetails(3);
-    EXPECT_EQ(detail->lblNextScan->text(), QStringLiteral("(no automatic rescan)"));
-    EXPECT_EQ(detail->lblOption[1]->text(), QStringLiteral("Ignore GIF and PNG images"));
-    EXPECT_EQ(detail->lblOption[2]->text(),
-              QStringLiteral("Do not include images found on web page"));
-    EXPECT_EQ(detail->lblOption[3]->text(),
-              QStringLiteral("Include images linked from this web page."));
-    EXPECT_TRUE(detail->lstImages[2]->isHidden());
-    EXPECT_FALSE(detail->lstImages[3]->isHidden());
-
-    // The reader drops an option it does not know; one that reaches a column is shown raw.
-    detail->ShowFileDetails(4);
-    EXPECT_EQ(detail->lblNextScan->text(), QStringLiteral("(no automatic rescan)"));
-    EXPECT_TRUE(detail->lblOption[1]->text().isEmpty());
-    detail->lvwFolderList->topLevelItem(3)->setText(7, QStringLiteral("STRANGE==1"));
-    detail->lvwFolderList->topLevelItem(3)->setText(8, QStringLiteral("none==none"));
-    detail->ShowFileDetails(4);
-    EXPECT_EQ(detail->lblOption[1]->text(), QStringLiteral("STRANGE==1"));
-    EXPECT_EQ(detail->lblOption[2]->text(), QStringLiteral(" "));
-
-    detail->lblLocation->clear();
-    detail->ShowFileDetails(0);
-    detail->ShowFileDetails(-3);
-    EXPECT_TRUE(detail->lblLocation->text().isEmpty());
-}
-
-TEST_F(ImageListRows, TheOptionCaptionsFollowTheirValues) {
-    MakeList("a_1.tvl", "A", "Local", "03/07/2025", "1",
-             {"RECURSE==True", "none==none", "none==none", "none==none", "none==none"}, {});
-    MakeList("b_1.tvl", "B", "Web", "03/07/2025", "1",
-             {"EXCLUDEGIF==no", "PAGEIMAGES==true", "LINKIMAGES==", "none==none", "none==none"},
-             {});
-    MakeList("c_1.tvl", "C", "Flickr-Group-Public", "03/07/2025", "30",
-             {"PERPAGE==5", "GROUP_NSID==9@N02", "none==none", "none==none", "none==none"}, {});
-    config->ScanAndLoadImageLists(lists);
-    config->ShowFileDetails(1);
-    EXPECT_EQ(config->lblOption[1]->text(), QStringLiteral("Scan sub-folders"));
-    EXPECT_EQ(config->lblNextScan->text(), QStringLiteral("Next Scan: 04/07/2025"));
-    config->ShowFileDetails(2);
-    EXPECT_EQ(config->lblOption[1]->text(), QStringLiteral("Include GIF and PNG images"));
-    EXPECT_EQ(config->lblOption[2]->text(), QStringLiteral("Include images found on web page"));
-    EXPECT_EQ(config->lblOption[3]->text(),
-              QStringLiteral("Do not include images linked from this page."));
-    config->ShowFileDetails(3);
-    EXPECT_EQ(config->lblOption[2]->text(), QStringLiteral("Images from group 9@N02"));
-    EXPECT_EQ(config->lblNextScan->text(), QStringLiteral("Next Scan: 02/08/2025"));
+    config->lblLocation->clear();
+    config->ShowFileDetails(0);
+    config->ShowFileDetails(-3);
+    config->ShowFileDetails(Rows() + 1);
+    EXPECT_TRUE(config->lblLocation->text().isEmpty());
 }
 
 TEST_F(ImageListRows, ClickingARowShowsItsDetailsAndTheCountTogglesItsImages) {
@@ -356,15 +338,29 @@ TEST_F(ImageListRows, ClickingARowShowsItsDetailsAndTheCountTogglesItsImages) {
 TEST_F(ImageListRows, DeletingAMiddleRowAsksRemovesItsFileAndClosesTheGap) {
     LoadThree();
     PlaceRemainingList();
+    int answer = platform::vbCancel;
+    platform::SetMsgBoxAnswerer([&](const platform::MsgBoxCall& call) {
+        messages.push_back(call);
+        return answer;
+    });
     Select(2);
     config->ShowFileDetails(2);
+    // Cancelled: nothing changes.
     config->imgButton_MouseUp(2);
     ASSERT_EQ(messages.size(), 1u);
     EXPECT_EQ(messages[0].prompt,
               QStringLiteral("Are you sure you want to delete this entry ?\rBirds"));
     EXPECT_EQ(messages[0].flags, platform::vbOKCancel | platform::vbExclamation);
     EXPECT_EQ(messages[0].title, QStringLiteral("Confirm Delete ..."));
+    EXPECT_EQ(Rows(), 3);
+    EXPECT_TRUE(QFile::exists(lists + QStringLiteral("/b_1.tvl")));
+    EXPECT_EQ(Entries(2).size(), 3);
+    EXPECT_FALSE(config->lblLocation->isHidden());
+    EXPECT_FALSE(config->cmdNukeRemlist->isHidden());
 
+    answer = platform::vbOK;
+    config->imgButton_MouseUp(2);
+    ASSERT_EQ(messages.size(), 2u);
     ASSERT_EQ(Rows(), 2);
     EXPECT_EQ(config->ListColumn(1, 0), QStringLiteral("Autumn"));
     EXPECT_EQ(config->ListColumn(2, 0), QStringLiteral("Cats"));
@@ -385,6 +381,10 @@ TEST_F(ImageListRows, DeletingAMiddleRowAsksRemovesItsFileAndClosesTheGap) {
     QStringList lines;
     ASSERT_TRUE(::lists::ReadTextLines(lists + QStringLiteral("/c_1.tvl"), lines));
     EXPECT_EQ(lines.mid(16), QStringList{"IMAGE>/photos/c1.jpg"});
+
+    // Without a selected row the button asks nothing.
+    config->imgButton_MouseUp(2);
+    EXPECT_EQ(messages.size(), 2u);
 }
 
 TEST_F(ImageListRows, DeletingTheLastRowLeavesTheOthersAsTheyWere) {
@@ -396,37 +396,9 @@ TEST_F(ImageListRows, DeletingTheLastRowLeavesTheOthersAsTheyWere) {
     EXPECT_EQ(Entries(1).size(), 2);
     EXPECT_FALSE(QFile::exists(lists + QStringLiteral("/c_1.tvl")));
     // A list added afterwards starts from an empty element.
-    ASSERT_TRUE(config->AddNewImageFile("New", "Web", "http://x", "0",
-                                        lists + QStringLiteral("/x_1.tvl"), "22/11/2026", "1",
-                                        {{{"EXCLUDEGIF", "True"},
-                                          {"PAGEIMAGES", "True"},
-                                          {"LINKIMAGES", "True"},
-                                          {"none", "none"},
-                                          {"none", "none"}}},
-                                        {}));
+    ASSERT_TRUE(config->AddNewImageFile(
+        "New", "Web", "http://x", "0", lists + QStringLiteral("/x_1.tvl"), "22/11/2026", "1",
+        Options({{"EXCLUDEGIF", "True"}, {"PAGEIMAGES", "True"}, {"LINKIMAGES", "True"}}), {}));
     EXPECT_TRUE(Entries(3).isEmpty());
     EXPECT_EQ(IconKey(3), QStringLiteral("web"));
-}
-
-TEST_F(ImageListRows, CancellingTheConfirmationDeletesNothing) {
-    LoadThree();
-    PlaceRemainingList();
-    platform::SetMsgBoxAnswerer([this](const platform::MsgBoxCall& call) {
-        messages.push_back(call);
-        return static_cast<int>(platform::vbCancel);
-    });
-    Select(1);
-    config->ShowFileDetails(1);
-    config->imgButton_MouseUp(2);
-    ASSERT_EQ(messages.size(), 1u);
-    EXPECT_EQ(Rows(), 3);
-    EXPECT_TRUE(QFile::exists(lists + QStringLiteral("/a_1.tvl")));
-    EXPECT_EQ(Entries(1).size(), 2);
-    EXPECT_FALSE(config->lblLocation->isHidden());
-    EXPECT_FALSE(config->cmdNukeRemlist->isHidden());
-
-    // Without a selected row the button asks nothing.
-    config->lvwFolderList->clearSelection();
-    config->imgButton_MouseUp(2);
-    EXPECT_EQ(messages.size(), 1u);
 }

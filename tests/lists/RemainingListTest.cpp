@@ -127,7 +127,9 @@ TEST_F(RemainingList, TheFilesAreUtf8WhateverTheirFirstBytes) {
     EXPECT_EQ(show->ImageTitles.text(2), QStringLiteral("smile"));
 }
 
-TEST_F(RemainingList, AShowStoppedAtItsFirstImageSavesThePoolAndTheNextShowGoesOnFromIt) {
+// A show stopped at its first image saves the pool, the next show goes on from it, and after the
+// reset the one after that starts from the lists again.
+TEST_F(RemainingList, AStoppedShowSavesThePoolTheNextGoesOnFromItUntilTheReset) {
     const QStringList paths = MakePictures(pics, {"1.jpg", "2.jpg", "3.jpg", "4.jpg", "5.jpg"});
     ListFileContents contents;
     contents.source = pics + QLatin1Char('/');
@@ -166,20 +168,6 @@ TEST_F(RemainingList, AShowStoppedAtItsFirstImageSavesThePoolAndTheNextShowGoesO
     }
     EXPECT_EQ(shown, QStringList(paths) << paths[0]);
     EXPECT_EQ(keys, QList<int>({0, 1, 2, 3, 4, 0}));
-}
-
-TEST_F(RemainingList, AfterTheResetTheNextShowStartsFromTheLists) {
-    const QStringList paths = MakePictures(pics, {"1.jpg", "2.jpg", "3.jpg", "4.jpg"});
-    ListFileContents contents;
-    contents.source = pics + QLatin1Char('/');
-    contents.records = ImageRecords(paths);
-    WriteListFile(lists + QStringLiteral("/pics_1.tvl"), contents, platform::Today());
-
-    frmSlideShow* show = Start(0);
-    NextChange(show);
-    NextChange(show);
-    NextChange(show);
-    ASSERT_EQ(show->CurrentImage, paths[2]);
     Stop(show);
     ASSERT_TRUE(QFile::exists(remain));
 

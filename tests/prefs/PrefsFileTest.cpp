@@ -12,91 +12,36 @@
 
 namespace {
 
+// Each source line here holds a section's head or a few neighbouring lines of the file.
 const char* const kDefaultBody =
-    " \r\n"
-    "' Image Order and Display Options ----------------------------------\r\n"
-    " \r\n"
-    "INTERVAL,5\r\n"
-    "CROSSFADETIME,4\r\n"
-    " \r\n"
-    "IMAGEORDER,0\r\n"
-    "USEKEYWORD,0,christmas\r\n"
-    " \r\n"
-    "BACKGROUNDCOLOUR,0\r\n"
-    " \r\n"
-    "' Background Image Options ----------------------------------------\r\n"
-    " \r\n"
-    "BACKGROUNDIMAGE,0,0,100\r\n"
-    "\r\n"
-    "RANDOMBACKGROUNDIMAGES,True,1\r\n"
-    "USELOCALBACKGROUND,1\r\n"
-    " \r\n"
-    "' Panoramic Options -----------------------------------------------\r\n"
-    " \r\n"
-    "SCROLLPANOS,1\r\n"
-    "SCROLLALLVERTICALIMAGES,1\r\n"
-    " \r\n"
-    "' Captions Options ------------------------------------------------\r\n"
-    " \r\n"
-    "SHOWCAPTIONS,1\r\n"
-    "CAPTIONFONT,12,True,False,8454143,8421376,Arial\r\n"
-    "CAPTIONCONTENT,0,1,0,0,0,1,0,1\r\n"
-    "CAPTIONCONTENT,1,0,0,1,0,0,1,0\r\n"
-    "CAPTIONSHOWFILEEXTENSION,0\r\n"
-    "CAPTIONPOSITIONA,4\r\n"
-    "CAPTIONPOSITIONB,6\r\n"
-    "FLOATINGCAPTIONBOXES,1\r\n"
-    " \r\n"
-    "USEDSCFILTER,0\r\n"
-    "DSCFILTEROPTION,0\r\n"
-    "DSCFILTERLIST,2\r\n"
-    "DSC\r\n"
-    "IMG\r\n"
-    " \r\n"
-    "' Multiple Monitor Options ---------------------------------------\r\n"
-    " \r\n"
-    "ENABLEMULTIMONITORS,1,0\r\n"
-    "MULTIMONUSEMINHEIGHT,0\r\n"
-    " \r\n"
-    "' Night Time Mode Options ----------------------------------------\r\n"
-    " \r\n"
-    "NIGHT MODE,0,88,28,True\r\n"
-    " \r\n"
+    " \r\n' Image Order and Display Options ----------------------------------\r\n \r\n"
+    "INTERVAL,5\r\nCROSSFADETIME,4\r\n \r\nIMAGEORDER,0\r\nUSEKEYWORD,0,christmas\r\n \r\n"
+    "BACKGROUNDCOLOUR,0\r\n \r\n"
+    "' Background Image Options ----------------------------------------\r\n \r\n"
+    "BACKGROUNDIMAGE,0,0,100\r\n\r\nRANDOMBACKGROUNDIMAGES,True,1\r\nUSELOCALBACKGROUND,1\r\n \r\n"
+    "' Panoramic Options -----------------------------------------------\r\n \r\n"
+    "SCROLLPANOS,1\r\nSCROLLALLVERTICALIMAGES,1\r\n \r\n"
+    "' Captions Options ------------------------------------------------\r\n \r\n"
+    "SHOWCAPTIONS,1\r\nCAPTIONFONT,12,True,False,8454143,8421376,Arial\r\n"
+    "CAPTIONCONTENT,0,1,0,0,0,1,0,1\r\nCAPTIONCONTENT,1,0,0,1,0,0,1,0\r\n"
+    "CAPTIONSHOWFILEEXTENSION,0\r\nCAPTIONPOSITIONA,4\r\nCAPTIONPOSITIONB,6\r\n"
+    "FLOATINGCAPTIONBOXES,1\r\n \r\n"
+    "USEDSCFILTER,0\r\nDSCFILTEROPTION,0\r\nDSCFILTERLIST,2\r\nDSC\r\nIMG\r\n \r\n"
+    "' Multiple Monitor Options ---------------------------------------\r\n \r\n"
+    "ENABLEMULTIMONITORS,1,0\r\nMULTIMONUSEMINHEIGHT,0\r\n \r\n"
+    "' Night Time Mode Options ----------------------------------------\r\n \r\n"
+    "NIGHT MODE,0,88,28,True\r\n \r\n"
     "' Layout Options  ------------------------------------------------\r\n"
-    "LAYOUT,2,0,0\r\n"
-    "LAYOUT,1,0,0\r\n"
-    "LAYOUT,0,1,100\r\n"
-    " \r\n"
-    "STACKIMAGES,4\r\n"
-    "STOPSTACKIFPANO,1\r\n"
-    "WHITEBORDER,0,4210752,10\r\n"
-    "' Image Effects Options ------------------------------------------\r\n"
-    " \r\n"
-    "USEIMAGEMASKS,1,25\r\n"
+    "LAYOUT,2,0,0\r\nLAYOUT,1,0,0\r\nLAYOUT,0,1,100\r\n \r\n"
+    "STACKIMAGES,4\r\nSTOPSTACKIFPANO,1\r\nWHITEBORDER,0,4210752,10\r\n"
+    "' Image Effects Options ------------------------------------------\r\n \r\n"
+    "USEIMAGEMASKS,1,25\r\n\r\nRANDOMIMAGEMASKS,True,10\r\n \r\n"
+    "ADDSHADOWS,0,3,5\r\n \r\nBLACKANDWHITE,0,0,0\r\n \r\n"
+    "' Sounds Options -------------------------------------------------\r\n \r\n"
+    "PLAYSOUND,0\r\n\r\nRANDOMSOUND,True\r\n \r\nPLAYMUSIC,0\r\n\r\nRANDOMMUSICFROMFOLDER,True\r\n "
     "\r\n"
-    "RANDOMIMAGEMASKS,True,10\r\n"
-    " \r\n"
-    "ADDSHADOWS,0,3,5\r\n"
-    " \r\n"
-    "BLACKANDWHITE,0,0,0\r\n"
-    " \r\n"
-    "' Sounds Options -------------------------------------------------\r\n"
-    " \r\n"
-    "PLAYSOUND,0\r\n"
-    "\r\n"
-    "RANDOMSOUND,True\r\n"
-    " \r\n"
-    "PLAYMUSIC,0\r\n"
-    "\r\n"
-    "RANDOMMUSICFROMFOLDER,True\r\n"
-    " \r\n"
-    "' Miscellaneous Options ------------------------------------------\r\n"
-    " \r\n"
-    "WIDESCREEN,0\r\n"
-    "SHOWSTATUS,0\r\n"
-    "VETCACHE,1\r\n"
-    "EXITOPTIONS,1,1,1,1\r\n"
-    " \r\n";
+    "' Miscellaneous Options ------------------------------------------\r\n \r\n"
+    "WIDESCREEN,0\r\nSHOWSTATUS,0\r\nVETCACHE,1\r\nEXITOPTIONS,1,1,1,1\r\n \r\n";
 
 class PrefsFile : public FormsFixture {
 protected:
@@ -221,10 +166,7 @@ TEST_F(PrefsFile, AnOlderOrHeadlessFileIsIgnoredWhole) {
     Write("INTERVAL,99\r\n", "5.9");
     Reload();
     EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
-
-    QFile empty(install.filePath(QStringLiteral("TView_Prefs.txt")));
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    empty.close();
+    QFile(install.filePath(QStringLiteral("TView_Prefs.txt"))).resize(0);
     Reload();
     EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
 }
@@ -237,34 +179,38 @@ TEST_F(PrefsFile, KeysAreExactFieldsAreTrimmedAndTheLastWins) {
           "STACKIMAGES,junk\r\n"
           "INTERVAL,8\r\n"
           " \r\n"
-          "CROSSFADETIME,0.5\r\n");
+          "CROSSFADETIME,0.5\r\n"
+          "CAPTIONPOSITIONB,2\r\n");
     Reload();
     EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("8"));
     EXPECT_EQ(config->txtKeyword->text(), QStringLiteral("red"));
     EXPECT_TRUE(config->chkUseKeyWord->isChecked());
     EXPECT_EQ(config->txtMaxStackedImages->text(), QStringLiteral("0"));
     EXPECT_EQ(config->txtCrossfadeTime->text(), QStringLiteral("0.5"));
+    // A caption position whose line is missing stays where it was.
+    EXPECT_TRUE(config->Position1[4]->isChecked());
+    EXPECT_TRUE(config->Position2[2]->isChecked());
 }
 
+// Fields are taken in their order: a bad one ends the reading with those before it kept.
 TEST_F(PrefsFile, NightModeWantsANumberInItsFirstField) {
-    Write("NIGHT MODE,yes,10,20,False\r\nINTERVAL,9\r\n");
-    Reload();
-    EXPECT_EQ(config->GetNightModeSetting(0), 88);
-    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
-
-    // Fields are taken in their order: the zones are in before the bad word ends the reading.
-    Write("NIGHT MODE,1,10,20,maybe\r\nINTERVAL,9\r\n");
-    Reload();
-    EXPECT_TRUE(config->chkNightMode->isChecked());
-    EXPECT_EQ(config->GetNightModeSetting(0), 10);
-    EXPECT_EQ(config->GetNightModeSetting(1), 20);
-    EXPECT_EQ(config->txtImageInterval->text(), QStringLiteral("5"));
-
-    Write("NIGHT MODE,1,10.9,20.2,False\r\n");
-    Reload();
-    EXPECT_TRUE(config->chkNightMode->isChecked());
-    EXPECT_EQ(config->GetNightModeSetting(0), 10);
-    EXPECT_EQ(config->GetNightModeSetting(1), 20);
+    struct Row {
+        const char* line;
+        bool on;
+        int start, end;
+        bool readOn;
+    };
+    for (const Row& row : {Row{"NIGHT MODE,yes,10,20,False", false, 88, 28, false},
+                           Row{"NIGHT MODE,1,10,20,maybe", true, 10, 20, false},
+                           Row{"NIGHT MODE,1,10.9,20.2,False", true, 10, 20, true}}) {
+        SCOPED_TRACE(row.line);
+        Write(QByteArray(row.line) + "\r\nINTERVAL,9\r\n");
+        Reload();
+        EXPECT_EQ(config->chkNightMode->isChecked(), row.on);
+        EXPECT_EQ(config->GetNightModeSetting(0), row.start);
+        EXPECT_EQ(config->GetNightModeSetting(1), row.end);
+        EXPECT_EQ(config->txtImageInterval->text(), row.readOn ? "9" : "5");
+    }
     EXPECT_TRUE(config->optNightModeBlankScreen->isChecked());
     EXPECT_EQ(config->lblTime[0]->text(), QStringLiteral("2:30 am"));
 }
@@ -353,13 +299,6 @@ TEST_F(PrefsFile, LayoutsInAnyOrderKeepTheirPercentages) {
     EXPECT_EQ(config->lblLayoutSetting[2]->text(), QStringLiteral("20 %"));
 }
 
-TEST_F(PrefsFile, CaptionPositionStaysWhenItsLineIsMissing) {
-    Write("CAPTIONPOSITIONB,2\r\n");
-    Reload();
-    EXPECT_TRUE(config->Position1[4]->isChecked());
-    EXPECT_TRUE(config->Position2[2]->isChecked());
-}
-
 TEST_F(PrefsFile, DebugLogLineSetsTheFlagAndIsWrittenBack) {
     Write("' this line turns the debug log on.\r\nDEBUGLOG\r\n");
     Reload();
@@ -376,34 +315,6 @@ TEST_F(PrefsFile, AFailedSaveLeavesTheOldFileAndApplyOn) {
     config->SavePrefs();
     EXPECT_TRUE(config->cmdApply->isEnabled());
     EXPECT_FALSE(QFile::exists(config->PrefsFileName));
-}
-
-TEST_F(PrefsFile, TheShowTakesItsSettingsFromTheWindowAndLogsThem) {
-    Write("' this line turns the debug log on.\r\nDEBUGLOG\r\n"
-          "INTERVAL,7\r\nCROSSFADETIME,0.5\r\nEXITOPTIONS,1,0,0,1\r\nSHOWSTATUS,1\r\n"
-          "LAYOUT,0,1,60\r\nLAYOUT,1,1,30\r\nLAYOUT,2,1,10\r\n");
-    Reload();
-    frmSlideShow* show = frmSlideShow::instance();
-    show->StartShow();
-    EXPECT_TRUE(DebugLogOn());
-    EXPECT_EQ(show->ImageInterval, 7);
-    EXPECT_FLOAT_EQ(show->CrossfadeTime, 1.0f);
-    EXPECT_EQ(show->LongProcessTimer->Interval(), 17000);
-    EXPECT_FALSE(show->ExitOnKey);
-    EXPECT_FALSE(show->ExitOnMouse);
-    EXPECT_TRUE(show->ExitOnClick);
-    EXPECT_TRUE(show->ShowStatus);
-    EXPECT_FLOAT_EQ(show->LayoutRange[1], 90.0f);
-    EXPECT_FLOAT_EQ(show->LayoutRange[2], 100.0f);
-    show->CloseDebugLog();
-
-    QFile log(install.filePath(QStringLiteral("Tessaview_debug_log.txt")));
-    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
-    const QByteArray text = log.readAll();
-    for (const char* line : {"Reading in prefs from Config form...\r\n",
-                             "  Image Interval 7 s \r\n", " (setting it to 1s) \r\n",
-                             "        Layout 1  = 60 to 90\r\n", "Initialization ... \r\n"})
-        EXPECT_TRUE(text.contains(line)) << line;
 }
 
 // The window learns a sound's length from player 0 and does not keep the player for it.
@@ -437,33 +348,17 @@ TEST_F(PrefsFile, TheSoundFileShowsItsLengthOrErr) {
     }
 }
 
-TEST(PrefsPieces, SoundLengthsReadLikeAClock) {
-    EXPECT_EQ(prefs::MakeTimeString(5000), QStringLiteral(":05 s"));
-    EXPECT_EQ(prefs::MakeTimeString(150000), QStringLiteral("2:30 s"));
-    EXPECT_EQ(prefs::MakeTimeString(59600), QStringLiteral("1:00 s"));
-    EXPECT_EQ(prefs::MakeTimeString(0), QStringLiteral(":00 s"));
-}
-
-TEST(PrefsPieces, PercentagesUseTheShortestFormThatReadsBack) {
+TEST(PrefsPieces, SoundLengthsPercentagesAndTheHeadDate) {
+    for (auto [ms, text] : {std::pair{5000, ":05 s"}, std::pair{150000, "2:30 s"},
+                            std::pair{59600, "1:00 s"}, std::pair{0, ":00 s"}})
+        EXPECT_EQ(prefs::MakeTimeString(ms), QLatin1String(text)) << ms;
+    // Percentages take the shortest form that reads back.
     EXPECT_EQ(prefs::PercentText(100.0f), QStringLiteral("100"));
     EXPECT_EQ(prefs::PercentText(37.5f), QStringLiteral("37.5"));
     const float third = 100.0f / 3.0f;
     EXPECT_EQ(static_cast<float>(prefs::PercentText(third).toDouble()), third);
-}
-
-TEST(PrefsPieces, HeadDateHasAFourDigitYear) {
     EXPECT_TRUE(
         prefs::FileDateTime(QDateTime(QDate(2026, 11, 22), QTime(9, 5, 0))).contains("2026"));
-}
-
-TEST(PrefsPieces, WindowHeightsFollowTheScreen) {
-    EXPECT_EQ(ConfigFormHeights(480).collapsed, 480);
-    EXPECT_EQ(ConfigFormHeights(480).expanded, 520);
-    EXPECT_EQ(ConfigFormHeights(600).collapsed, 509);
-    EXPECT_EQ(ConfigFormHeights(1023).collapsed, 773);
-    EXPECT_EQ(ConfigFormHeights(1023).expanded, 923);
-    EXPECT_EQ(ConfigFormHeights(1024).collapsed, 674);
-    EXPECT_EQ(ConfigFormHeights(1024).expanded, 824);
 }
 
 } // namespace

@@ -175,14 +175,8 @@ INSTANTIATE_TEST_SUITE_P(Examples, OverlayRows, ::testing::Values(
     OverlayRow{"first monitor", 1, 100, 50, {462, 646}, {462, 144}}));
 // clang-format on
 
-TEST(MonitorTurns, SkipMonitorsThatAreNotEnabled) {
-    std::array<bool, 5> enabled{false, true, false, true, false};
-    std::int16_t m = 0;
-    std::vector<int> turns;
-    for (int i = 0; i < 4; ++i)
-        turns.push_back(m = monitors::NextMonitorInTurn(m, enabled));
-    EXPECT_EQ(turns, (std::vector<int>{1, 3, 1, 3}));
-    // Wrapping from the last slot.
+// The turn over the enabled monitors is followed through ChooseMonitorSet below; here its wrap.
+TEST(MonitorTurns, WrapFromTheLastSlotToTheFirstEnabled) {
     EXPECT_EQ(monitors::NextMonitorInTurn(4, {false, false, true, false, true}), 2);
     EXPECT_EQ(monitors::NextMonitorInTurn(1, {false, true, false, false, false}), 1);
 }
@@ -217,22 +211,6 @@ TEST(ChooseMonitorSet, TurnsGoOverTheEnabledMonitorsOnly) {
     EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
               (Rect{2048, 0, 800, 600}));
     EXPECT_TRUE(c.log.contains(QStringLiteral(" ... the next monitor is  3")));
-}
-
-TEST(ChooseMonitorSet, APanoramaInNormalLayoutSpreadsAndTheTurnsGoOn) {
-    const MonitorTables t =
-        Layout({Screen(0, 0, 1024, 768, true), Screen(1024, 0, 1024, 768)}, true);
-    monitors::MonitorChoice c = monitors::ChooseMonitorSet(t, PerScreen(0, 800, 600));
-    EXPECT_EQ(c.monitorSet, 1);
-    c = monitors::ChooseMonitorSet(t, PerScreen(c.currentMonitor, 3000, 800));
-    EXPECT_TRUE(c.isPano);
-    EXPECT_EQ(c.monitorSet, 0);
-    EXPECT_EQ(c.currentMonitor, 2);
-    EXPECT_EQ(c.height, 768);
-    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
-              (Rect{0, 0, 2048, 768}));
-    c = monitors::ChooseMonitorSet(t, PerScreen(c.currentMonitor, 800, 600));
-    EXPECT_EQ(c.monitorSet, 1);
 }
 
 struct PanoLayoutRow {
