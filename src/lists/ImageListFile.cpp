@@ -4,11 +4,11 @@
 
 #include "app/Common.h"
 #include "platform/Clock.h"
+#include "platform/SafeWrite.h"
 #include "show/frmSlideShow.h"
 
 #include <QFile>
 #include <QLocale>
-#include <QSaveFile>
 #include <QStringDecoder>
 
 namespace lists {
@@ -48,18 +48,12 @@ bool ReadTextLines(const QString& fileName, QStringList& lines) {
 }
 
 bool WriteTextLines(const QString& fileName, const QStringList& lines) {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly)) return false;
     QByteArray bytes;
     for (const QString& line : lines) {
         bytes += line.toUtf8();
         bytes += "\r\n";
     }
-    if (file.write(bytes) != bytes.size()) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+    return platform::WriteFileWhole(fileName, bytes);
 }
 
 int CountImageRecords(const QStringList& images) {

@@ -2,10 +2,10 @@
 // goes on from there instead of starting the lists again.
 #include "app/Common.h"
 #include "app/VbNumbers.h"
+#include "platform/SafeWrite.h"
 #include "show/frmSlideShow.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <QStringConverter>
 #include <QTextStream>
 
@@ -29,10 +29,7 @@ void AddKeyed(QString& out, const TaggedStringList& list, const QString& leaveOu
 
 // The file appears whole or not at all: a show stopped mid-write leaves the last good copy.
 void WriteWhole(const QString& fileName, const QString& text) {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly)) return;
-    file.write(text.toUtf8());
-    file.commit();
+    platform::WriteFileWhole(fileName, text.toUtf8());
 }
 
 // A number as the print statement writes it: a blank for the sign of a positive number, and

@@ -1,6 +1,7 @@
 // The preferences file: factory values, reading and writing, all through the configuration
 // window's controls, which are the settings.
 #include "prefs/PrefsFile.h"
+#include "platform/SafeWrite.h"
 #include "prefs/PrefsTable.h"
 
 #include "app/VbNumbers.h"
@@ -13,7 +14,6 @@
 #include <QFontDatabase>
 #include <QImageReader>
 #include <QLocale>
-#include <QSaveFile>
 #include <QStringList>
 
 namespace prefs {
@@ -477,10 +477,7 @@ QString frmConfig::PrefsText() const {
 
 void frmConfig::SavePrefs() {
     // Written whole under a temporary name and then renamed: a failure leaves the old file.
-    QSaveFile file(PrefsFileName);
-    if (!file.open(QIODevice::WriteOnly)) return;
-    file.write(PrefsText().toUtf8());
-    if (!file.commit()) return;
+    if (!platform::WriteFileWhole(PrefsFileName, PrefsText().toUtf8())) return;
     cmdApply->setEnabled(false);
 }
 

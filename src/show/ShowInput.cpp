@@ -2,13 +2,13 @@
 #include "app/modMain.h"
 #include "platform/Cursor.h"
 #include "platform/Keys.h"
+#include "platform/SafeWrite.h"
 #include "platform/VbTimer.h"
 #include "show/frmSlideShow.h"
 
 #include <QFile>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QSaveFile>
 #include <QTextStream>
 
 namespace {
@@ -181,13 +181,10 @@ void frmSlideShow::MarkThisImage() {
     }
     lstTempImageList.add(CurrentImage, 0);
     // Rewritten whole through a temporary file: a stop half-way leaves the old list.
-    QSaveFile out(fileName);
-    if (!out.open(QIODevice::WriteOnly)) return;
     QByteArray text;
     for (int i = 0; i < lstTempImageList.count(); ++i)
         text += lstTempImageList.text(i).toUtf8() + "\r\n";
-    out.write(text);
-    if (!out.commit()) return;
+    if (!platform::WriteFileWhole(fileName, text)) return;
     BugLog(QStringLiteral(" "));
     BugLog(QStringLiteral(" ** added the following image to the Marked Images list ** "));
     BugLog(CurrentImage);
