@@ -1,7 +1,6 @@
 // The preferences file: factory values, reading and writing, all through the configuration
 // window's controls, which are the settings.
 #include "prefs/PrefsFile.h"
-#include "platform/SafeWrite.h"
 #include "prefs/PrefsTable.h"
 
 #include "app/VbNumbers.h"
@@ -9,6 +8,7 @@
 #include "config/ColourButton.h"
 #include "config/frmConfig.h"
 #include "platform/Clock.h"
+#include "platform/SafeWrite.h"
 
 #include <QFile>
 #include <QFontDatabase>
