@@ -37,13 +37,25 @@ bool ReadTextLines(const QString& fileName, QStringList& lines) {
     lines.clear();
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) return false;
+    // Decoded a piece at a time: the decoder keeps a character cut at a piece's end for the
+    // next, so the lines are what decoding the whole file at once would give, without holding
+    // the file three times over (its bytes, its text and its lines) while they are made.
     QStringDecoder decode(QStringDecoder::Utf8);
-    const QString text = decode(file.readAll());
-    if (text.isEmpty()) return true;
-    lines = text.split(QLatin1Char('\n'));
-    if (lines.last().isEmpty()) lines.removeLast();
-    for (QString& line : lines)
+    QString pending;
+    QByteArray piece(64 * 1024, Qt::Uninitialized);
+    auto take = [&lines](QStringView line) {
         if (line.endsWith(QLatin1Char('\r'))) line.chop(1);
+        lines.append(line.toString());
+    };
+    for (qint64 got; (got = file.read(piece.data(), piece.size())) > 0;) {
+        pending += decode(QByteArrayView(piece.constData(), got));
+        qsizetype start = 0;
+        for (qsizetype end; (end = pending.indexOf(QLatin1Char('\n'), start)) >= 0; start = end + 1)
+            take(QStringView(pending).sliced(start, end - start));
+        pending.remove(0, start);
+    }
+    // A last line without its line end still counts; a final line end adds no line.
+    if (!pending.isEmpty()) take(pending);
     return true;
 }
 

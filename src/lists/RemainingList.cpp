@@ -39,39 +39,39 @@ QString PrintedNumber(std::int32_t value) {
            QStringLiteral(" ");
 }
 
-QStringList ReadLines(const QString& fileName) {
-    QStringList lines;
+// Hands each line of the file to take, with its number from 0. Line ends are CR LF or LF; a
+// carriage return inside a line stays, and the text is always UTF-8 as written, whatever its
+// first bytes look like. One line at a time: a pool of hundreds of thousands of images is
+// held once, as the show's list, and not a second time as the file's lines.
+template <class Take> void ForEachLine(const QString& fileName, Take take) {
     QFile file(fileName);
-    // Line ends are CR LF or LF; a carriage return inside a line stays, and the text is always
-    // UTF-8 as written, whatever its first bytes look like.
-    if (!file.open(QIODevice::ReadOnly)) return lines;
+    if (!file.open(QIODevice::ReadOnly)) return;
     QTextStream in(&file);
     in.setEncoding(QStringConverter::Utf8);
     in.setAutoDetectUnicode(false);
-    while (!in.atEnd())
-        lines.append(in.readLine());
-    return lines;
+    QString line;
+    for (int n = 0; in.readLineInto(&line); ++n)
+        take(n, line);
 }
 
-// Lines of "key||text" from the given line on; the first "||" splits, empty lines are passed.
-int ReadKeyed(const QStringList& lines, int from, TaggedStringList& target) {
-    int n = 0;
-    for (int i = from; i < lines.size(); ++i) {
-        const QString line = lines[i].trimmed();
-        if (line.isEmpty()) continue;
-        const auto bar = line.indexOf(QLatin1String("||"));
-        if (bar < 0) {
-            // Not a line this program writes: no key, and the text cut as by the split. The cut
-            // takes one character, never half of one (a pair of surrogates is one character).
-            const bool pair =
-                line.size() > 1 && line[0].isHighSurrogate() && line[1].isLowSurrogate();
-            target.add(line.mid(pair ? 2 : 1), 0);
-        } else {
-            target.add(line.mid(bar + 2), vb::CLng(vb::Val(line.left(bar))).value_or(0));
-        }
-        ++n;
+// A line of "key||text"; the first "||" splits, empty lines are passed. True when it was added.
+bool ReadKeyed(const QString& raw, TaggedStringList& target) {
+    const QString line = raw.trimmed();
+    if (line.isEmpty()) return false;
+    const auto bar = line.indexOf(QLatin1String("||"));
+    if (bar < 0) {
+        // Not a line this program writes: no key, and the text cut as by the split. The cut
+        // takes one character, never half of one (a pair of surrogates is one character).
+        const bool pair = line.size() > 1 && line[0].isHighSurrogate() && line[1].isLowSurrogate();
+        target.add(line.mid(pair ? 2 : 1), 0);
+    } else {
+        target.add(line.mid(bar + 2), vb::CLng(vb::Val(line.left(bar))).value_or(0));
     }
-    return n;
+    return true;
+}
+
+void ReadKeyedFile(const QString& fileName, TaggedStringList& target) {
+    ForEachLine(fileName, [&target](int, const QString& line) { ReadKeyed(line, target); });
 }
 
 } // namespace
@@ -120,18 +120,39 @@ void frmSlideShow::SaveRemainingList() {
 
 void frmSlideShow::LoadRemainingList(const QString& fileName) {
     BugLog(QStringLiteral("     LoadRemainingList ... from ") + fileName);
-    const QStringList lines = ReadLines(fileName);
-    // The key lines 1, 6 and 8 are passed over unread.
-    CurrentImage = lines.value(1).trimmed();
-    CaptionFullName = lines.value(2).trimmed();
-    CaptionSource = lines.value(3).trimmed();
-    CurrentImageTag = vb::CLng(vb::Val(lines.value(4).trimmed())).value_or(0);
-    CurrentRandomFolder = lines.value(6).trimmed();
-    const int n = ReadKeyed(lines, 8, ImageList);
+    // A short file leaves what it does not hold empty. The key lines (0, 5 and 7 counting from
+    // 0) are passed over unread.
+    CurrentImage.clear();
+    CaptionFullName.clear();
+    CaptionSource.clear();
+    CurrentRandomFolder.clear();
+    QString currentTag;
+    int n = 0;
+    ForEachLine(fileName, [&](int number, const QString& line) {
+        switch (number) {
+        case 1:
+            CurrentImage = line.trimmed();
+            break;
+        case 2:
+            CaptionFullName = line.trimmed();
+            break;
+        case 3:
+            CaptionSource = line.trimmed();
+            break;
+        case 4:
+            currentTag = line.trimmed();
+            break;
+        case 6:
+            CurrentRandomFolder = line.trimmed();
+            break;
+        default:
+            if (number >= 8 && ReadKeyed(line, ImageList)) ++n;
+        }
+    });
+    CurrentImageTag = vb::CLng(vb::Val(currentTag)).value_or(0);
     BugLog(QStringLiteral("     ( ") + QString::number(n) + QStringLiteral(" images )"));
 
-    if (common::FileExists(RemainingListPath[1]))
-        ReadKeyed(ReadLines(RemainingListPath[1]), 0, ImageTitles);
+    if (common::FileExists(RemainingListPath[1])) ReadKeyedFile(RemainingListPath[1], ImageTitles);
     if (common::FileExists(RemainingListPath[2]))
-        ReadKeyed(ReadLines(RemainingListPath[2]), 0, ImageDescriptions);
+        ReadKeyedFile(RemainingListPath[2], ImageDescriptions);
 }
