@@ -117,6 +117,10 @@ while kill -0 "$show_pid" 2>/dev/null; do
     n=$(frame)
     if [ -z "$rss100" ] && [ "$n" -ge 100 ]; then rss100=$(rss "$show_pid"); echo "frame 100: ${rss100} kB resident"; fi
     if [ "$n" -ge "$frames" ]; then break; fi
+    # Every 250 frames a line, so that a run stopped early still tells how memory went.
+    if [ "$n" -ne "$last" ] && [ $((n / 250)) -gt $((last / 250)) ]; then
+        echo "frame $n: $(rss "$show_pid") kB resident, $(($(date +%s) - started)) s"
+    fi
     if [ "$n" -ne "$last" ]; then last=$n; stalled=$(date +%s); fi
     # A show that puts up no frame for two minutes is stuck.
     if [ $(($(date +%s) - stalled)) -gt 120 ]; then echo "no frame for two minutes at frame $n" >&2; exit 1; fi
