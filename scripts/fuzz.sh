@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets with clang and runs each on its corpus for a while:
 #   fuzz.sh [seconds per target, default 30] [target ...]
-# Targets: exif imagelist ini numbers pool prefs remaining (all when none is named).
+# Targets: exif imagelist ini numbers playlist pool prefs remaining (all when none is named).
 # Crashes land in build-fuzz/fuzz/crashes/<target>/; the corpora grow in build-fuzz/fuzz/corpus/.
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
@@ -19,7 +19,7 @@ cmake --build "$build" -j"$jobs"
 
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=(exif imagelist ini numbers pool prefs remaining)
+    targets=(exif imagelist ini numbers playlist pool prefs remaining)
 fi
 
 # Seeds: the project's own fixtures and dictionaries, and sample photographs when the shared
