@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDir>
 #include <QFile>
 #include <QSize>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
@@ -54,4 +56,21 @@ inline std::optional<bool> QuickMode(int argc, char** argv) {
 inline double Median(std::vector<double> v) {
     std::sort(v.begin(), v.end());
     return v.empty() ? 0 : v[v.size() / 2];
+}
+
+// The plainest read of a folder of image lists, next to which the show's own is timed: every
+// record after "IMAGES" of each "*.tvl" file, in name order, into one QStringList.
+inline QStringList PlainListRead(const QString& folder) {
+    QStringList pool;
+    const QStringList names = QDir(folder).entryList({QStringLiteral("*.tvl")}, QDir::Files,
+                                                     QDir::Name | QDir::IgnoreCase);
+    for (const QString& name : names) {
+        QFile file(folder + QLatin1Char('/') + name);
+        if (!file.open(QIODevice::ReadOnly)) continue;
+        const QStringList lines = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+        const auto start = lines.indexOf(QStringLiteral("IMAGES"));
+        for (auto i = start + 1; start >= 0 && i < lines.size(); ++i)
+            if (lines[i].startsWith(QLatin1String("IMAGE>"))) pool << lines[i].mid(6);
+    }
+    return pool;
 }

@@ -87,22 +87,6 @@ bool SameItems(const TaggedStringList& a, const TaggedStringList& b) {
                       });
 }
 
-// The plainest pool: every line after "IMAGES" that names an image, in one QStringList.
-QStringList NaiveLoad(const QString& folder) {
-    QStringList pool;
-    const QStringList names = QDir(folder).entryList({QStringLiteral("*.tvl")}, QDir::Files,
-                                                     QDir::Name | QDir::IgnoreCase);
-    for (const QString& name : names) {
-        QFile file(folder + QLatin1Char('/') + name);
-        if (!file.open(QIODevice::ReadOnly)) continue;
-        const QStringList lines = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
-        const auto start = lines.indexOf(QStringLiteral("IMAGES"));
-        for (auto i = start + 1; start >= 0 && i < lines.size(); ++i)
-            if (lines[i].startsWith(QLatin1String("IMAGE>"))) pool << lines[i].mid(6);
-    }
-    return pool;
-}
-
 void NaiveSave(const QString& path, const QStringList& pool) {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly)) file.write(pool.join(QStringLiteral("\r\n")).toUtf8());
@@ -169,7 +153,7 @@ int main(int argc, char** argv) {
     const bool resumedSame = SameItems(pool, show->ImageList);
 
     QStringList naive;
-    const double naiveLoad = MedianMs(sizes.runs, nothing, [&] { naive = NaiveLoad(lists); });
+    const double naiveLoad = MedianMs(sizes.runs, nothing, [&] { naive = PlainListRead(lists); });
     const QString naivePath = install.path() + QStringLiteral("/naive.lst");
     const double naiveSave = MedianMs(sizes.runs, nothing, [&] { NaiveSave(naivePath, naive); });
     const auto naiveSaved = FileLines(naivePath).size();

@@ -95,6 +95,7 @@ protected:
     }
     void TearDown() override {
         frmSlideShow::StopStepObserver = nullptr;
+        frmSlideShow::StartStepObserver = nullptr;
         Forms::UnloadAll();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         DebugLog::instance().SetOff();

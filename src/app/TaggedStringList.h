@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 // An ordered list of strings with a 32-bit tag per item: the image pool, the queue of images
@@ -21,6 +22,9 @@ public:
     void insert(int position, const QString& text, std::int32_t tag = 0);
     // Out-of-range positions are ignored.
     void remove(int position);
+    // Takes out every item the test holds for and gives them back in list order; the rest
+    // keep theirs. One pass, where removing them one at a time would move the tail each time.
+    std::vector<Item> takeIf(const std::function<bool(const Item&)>& test);
     void clear() { items_.clear(); }
 
     // Out-of-range positions read as empty text and tag 0.

@@ -149,15 +149,12 @@ void frmSlideShow::ChooseNextImage(int numberOfImagesToAdd, bool randomImages, b
 }
 
 bool frmSlideShow::DropBlankEntries() {
+    const auto blank = [](const TaggedStringList::Item& item) {
+        return item.text.trimmed().isEmpty();
+    };
     bool dropped = false;
-    for (TaggedStringList* list : {&ImageList, &RandomFolderFileList}) {
-        for (int i = list->count() - 1; i >= 0; --i) {
-            if (list->text(i).trimmed().isEmpty()) {
-                list->remove(i);
-                dropped = true;
-            }
-        }
-    }
+    for (TaggedStringList* list : {&ImageList, &RandomFolderFileList})
+        if (!list->takeIf(blank).empty()) dropped = true;
     return dropped;
 }
 
@@ -286,12 +283,12 @@ void frmSlideShow::CollectImagesInARandomFolder(TaggedStringList& source, const 
                                                 TaggedStringList& target) {
     target.clear();
     if (folder.isEmpty()) return;
-    // From the end, so that removing an item leaves the ones still to visit where they were.
-    for (int i = source.count() - 1; i >= 0; --i) {
-        if (!InFolder(source.text(i), folder)) continue;
-        target.add(source.text(i), source.tag(i));
-        source.remove(i);
-    }
+    // The folder's images leave the pool in one pass, and the target has them from the last
+    // to the first.
+    const std::vector<TaggedStringList::Item> taken = source.takeIf(
+        [&folder](const TaggedStringList::Item& item) { return InFolder(item.text, folder); });
+    for (auto it = taken.rbegin(); it != taken.rend(); ++it)
+        target.add(it->text, it->tag);
 }
 
 void frmSlideShow::GetImageFolder(const QString& path, QString& result) {

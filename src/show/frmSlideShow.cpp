@@ -245,18 +245,22 @@ void frmSlideShow::StartShow() {
         return;
     }
     StartingUp = true;
+    NoteStartStep(QStringLiteral("Initialize"));
     Initialize();
 
     // Topmost from here on, and the place where keys and pointer moves arrive.
     qApp->installEventFilter(this);
     filtering_ = true;
+    NoteStartStep(QStringLiteral("PrepScreen"));
     PrepScreen();
+    NoteStartStep(QStringLiteral("FadePanelToBlack"));
     FadePanelToBlack();
     if (ExitShow) {
         StoptheShow();
         return;
     }
 
+    NoteStartStep(QStringLiteral("LoadImageLists"));
     SetStatus(QStringLiteral("Loading Image Lists ... "));
     picBootStatus->setVisible(true);
     picBootStatus->raise();
@@ -266,8 +270,10 @@ void frmSlideShow::StartShow() {
         return;
     }
 
+    NoteStartStep(QStringLiteral("NightModeShouldBeOn"));
     if (NightModeShouldBeOn()) FadeToNight();
 
+    NoteStartStep(QStringLiteral("PrepNextFrame"));
     SetStatus(QStringLiteral("Loading first image ... "));
     PrepNextFrame();
     if (ExitShow) {
@@ -278,6 +284,7 @@ void frmSlideShow::StartShow() {
     StartingUp = false;
     BugLog(QStringLiteral("Starting MainTimer (screensaver) timer ... "));
     MainTimer->setEnabled(true);
+    NoteStartStep(QStringLiteral("MainTimer"));
     if (!ShowStatus) picBootStatus->setVisible(false);
 }
 
@@ -483,6 +490,10 @@ void frmSlideShow::LongProcessTimer_Timer() {
 void frmSlideShow::SetLongProcessInterval() {
     // A refused interval leaves the one the timer had.
     LongProcessTimer->setInterval(LongProcessIntervalFor(ImageInterval));
+}
+
+void frmSlideShow::NoteStartStep(const QString& step) {
+    if (StartStepObserver) StartStepObserver(step);
 }
 
 void frmSlideShow::NoteStopStep(const QString& step) {

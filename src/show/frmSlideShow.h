@@ -248,6 +248,9 @@ public:
 
     // Test hook: told the name of each step of StoptheShow as it runs.
     static inline std::function<void(const QString&)> StopStepObserver;
+    // Test and bench hook: told the name of each step of StartShow as it begins, and
+    // "MainTimer" once the timer runs.
+    static inline std::function<void(const QString&)> StartStepObserver;
 
     // What the settings found beside the program: full paths, and the sounds folder.
     QStringList lstBackgroundImages;
@@ -434,6 +437,7 @@ protected:
 
 private:
     void BuildControls();
+    void NoteStartStep(const QString& step);
     void NoteStopStep(const QString& step);
     void ExitRequested(bool setLoadingText);
     void LoadShowSettings();

@@ -94,6 +94,26 @@ TEST(TaggedStringListOps, SettersChangeOnlyTheirOwnItem) {
     EXPECT_TRUE(list.isEmpty());
 }
 
+TEST(TaggedStringListOps, TakingOutByATestKeepsBothSidesInOrder) {
+    TaggedStringList list;
+    for (int i = 0; i < 9; ++i)
+        list.add(QStringLiteral("%1%2").arg(i % 3 == 0 ? 'x' : 'k').arg(i), i);
+    const auto taken =
+        list.takeIf([](const TaggedStringList::Item& item) { return item.text[0] == 'x'; });
+    std::vector<std::int32_t> takenTags;
+    for (const TaggedStringList::Item& item : taken)
+        takenTags.push_back(item.tag);
+    EXPECT_EQ(takenTags, (std::vector<std::int32_t>{0, 3, 6}));
+    EXPECT_EQ(taken[1].text, QStringLiteral("x3"));
+    EXPECT_EQ(Texts(list), QStringList({"k1", "k2", "k4", "k5", "k7", "k8"}));
+    EXPECT_EQ(Tags(list), (std::vector<std::int32_t>{1, 2, 4, 5, 7, 8}));
+
+    EXPECT_TRUE(list.takeIf([](const TaggedStringList::Item&) { return false; }).empty());
+    EXPECT_EQ(list.count(), 6);
+    EXPECT_EQ(list.takeIf([](const TaggedStringList::Item&) { return true; }).size(), 6u);
+    EXPECT_TRUE(list.isEmpty());
+}
+
 TEST(TaggedStringListOps, TagsKeepTheFullThirtyTwoBits) {
     TaggedStringList list;
     list.add(QStringLiteral("low"), std::numeric_limits<std::int32_t>::min());

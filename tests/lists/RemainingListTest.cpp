@@ -2,6 +2,7 @@
 #include "lists/ListFiles.h"
 
 #include <QDir>
+#include <numeric>
 
 namespace {
 
@@ -192,6 +193,36 @@ TEST_F(RemainingList, AVanishedCurrentImageIsNotQueuedAgain) {
     EXPECT_EQ(show->CurrentImage, paths[0]);
     NextChange(show);
     EXPECT_EQ(show->CurrentImage, paths[1]);
+}
+
+TEST_F(RemainingList, APoolPastSixteenBitCountsIsStartedSavedAndTakenUpWhole) {
+    // More than a 16-bit count or key could hold. Only the first photo needs to exist: the
+    // show in list order draws it and no other before it stops.
+    constexpr int kImages = 70000;
+    const QStringList first = MakePictures(pics, {"first.jpg"});
+    ListFileContents contents;
+    contents.source = pics + QLatin1Char('/');
+    contents.records = ImageRecords(first);
+    for (int i = 1; i < kImages; ++i)
+        contents.records
+            << QStringLiteral("IMAGE>%1/album%2/IMG_%3.jpg").arg(pics).arg(i / 2500).arg(i);
+    WriteListFile(lists + QStringLiteral("/pics_1.tvl"), contents, platform::Today());
+
+    frmSlideShow* show = Start(0);
+    ASSERT_TRUE(show->MainTimer->Enabled());
+    EXPECT_EQ(Texts(show->ShowList), first);
+    ASSERT_EQ(show->ImageList.count(), kImages - 1);
+    EXPECT_EQ(show->ImageList.tag(kImages - 2), kImages - 1);
+    Stop(show);
+
+    show = Start(0);
+    EXPECT_TRUE(show->ResumedFromRemainingList);
+    QList<int> keys(kImages);
+    std::iota(keys.begin(), keys.end(), 0);
+    // The first photo is drawn again, and every other one waits with its key.
+    EXPECT_EQ(Texts(show->ShowList), first);
+    EXPECT_EQ(Tags(show->ShowList) + Tags(show->ImageList), keys);
+    EXPECT_EQ(show->ImageList.text(kImages - 2), contents.records.last().mid(6));
 }
 
 } // namespace

@@ -205,6 +205,19 @@ TEST_F(ImageSelection, WebEntriesShareTheirSourcesKey) {
     EXPECT_EQ(Texts(show->ImageList), QStringList({"/pics/a.jpg"}));
 }
 
+TEST_F(ImageSelection, AFoldersImagesLeaveThePoolLastFirstAndTheRestKeepTheirOrder) {
+    const QStringList p =
+        Pool({"A/1.jpg", "B/2.jpg", "A/3.jpg", "A/sub/4.jpg", "B/5.jpg", "A/6.jpg"});
+    TaggedStringList target;
+    target.add(QStringLiteral("left over"), 99);
+    show->CollectImagesInARandomFolder(show->ImageList, root + QStringLiteral("/A/"), target);
+    // Only the folder's own images, not its sub-folder's.
+    EXPECT_EQ(Texts(target), QStringList({p[5], p[2], p[0]}));
+    EXPECT_EQ(Tags(target), QList<int>({5, 2, 0}));
+    EXPECT_EQ(Texts(show->ImageList), QStringList({p[1], p[3], p[4]}));
+    EXPECT_EQ(Tags(show->ImageList), QList<int>({1, 3, 4}));
+}
+
 TEST_F(ImageSelection, DiagnosticsListFoldersAndLists) {
     Pool({"A/1.jpg", "A/2.jpg", "B/3.jpg", "A/4.jpg"});
     show->CollectFolderNamesFromImageList();

@@ -141,6 +141,24 @@ TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
     EXPECT_TRUE(frmSlideShow::isLoaded());
 }
 
+TEST_F(ShowCycle, StartRunsItsStepsInOrderAndEndsWithTheTimerRunning) {
+    frmSlideShow* show = frmSlideShow::instance();
+    QStringList steps;
+    frmSlideShow::StartStepObserver = [&](const QString& step) {
+        if (step == QLatin1String("MainTimer")) {
+            EXPECT_TRUE(show->MainTimer->Enabled());
+            EXPECT_FALSE(show->StartingUp);
+            EXPECT_TRUE(show->NextImageReady);
+        } else {
+            EXPECT_TRUE(show->StartingUp);
+        }
+        steps << step;
+    };
+    show->StartShow();
+    EXPECT_EQ(steps, QStringList({"Initialize", "PrepScreen", "FadePanelToBlack", "LoadImageLists",
+                                  "NightModeShouldBeOn", "PrepNextFrame", "MainTimer"}));
+}
+
 TEST_F(ShowCycle, StopDeletesAPartialDownload) {
     frmSlideShow* show = frmSlideShow::instance();
     const QString partial = install.filePath(QStringLiteral("partial.jpg"));
