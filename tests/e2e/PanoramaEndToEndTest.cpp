@@ -79,9 +79,7 @@ TEST_F(PanoramaEndToEnd, APanoramaTravelsPausesAndGivesWayAtTheEnd) {
     plain.fill(qRgb(0, 0, 255));
     ASSERT_TRUE(plain.save(blue));
     auto write = [](const QString& path, const QStringList& lines) {
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write((lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8());
+        ASSERT_TRUE(WriteCrlfLines(path, lines)) << path.toStdString();
     };
     write(install.filePath(QStringLiteral("TView_Prefs.txt")),
           {QStringLiteral("Tessaview Preferences File"), QStringLiteral("6.0.1"),

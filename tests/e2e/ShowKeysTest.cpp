@@ -56,9 +56,7 @@ protected:
                   records);
     }
     static void Write(const QString& path, const QStringList& lines) {
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write((lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8());
+        ASSERT_TRUE(WriteCrlfLines(path, lines)) << path.toStdString();
     }
     QString Log() const {
         QFile f(QDir(x->installDir()).filePath(QStringLiteral("Tessaview_debug_log.txt")));

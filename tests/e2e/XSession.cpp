@@ -16,6 +16,13 @@ template <typename T> std::unique_ptr<T, decltype(&std::free)> Own(T* p) {
 }
 } // namespace
 
+bool WriteCrlfLines(const QString& path, const QStringList& lines) {
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
+    const QByteArray bytes = (lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8();
+    return f.write(bytes) == bytes.size();
+}
+
 bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
     QElapsedTimer clock;
     clock.start();

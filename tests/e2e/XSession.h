@@ -60,5 +60,8 @@ private:
     std::vector<std::unique_ptr<QProcess>> programs_;
 };
 
+// Writes the lines as the program's own files have them, each ended by CR LF.
+bool WriteCrlfLines(const QString& path, const QStringList& lines);
+
 // Polls until the condition holds or the time is up; true when it held.
 bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit);
