@@ -6,6 +6,7 @@
 #include "compose/DibImage.h"
 #include "compose/PictureBox.h"
 #include "platform/Clock.h"
+#include "platform/MemInfo.h"
 #include "platform/Random.h"
 #include "platform/VbTimer.h"
 #include "show/frmSlideShow.h"
@@ -189,4 +190,6 @@ void frmSlideShow::NewCrossfade(dib::Dib& sourceDib, int areaX, int areaY, int a
     BugLog(QStringLiteral("CROSSFADE COMPLETE      (the crossfade took %1 s)")
                .arg(QString::number(static_cast<double>(LastFadeSeconds), 'g', 7)));
     BugLog(QString());
+    // The frame's work buffers are gone now; their pages go back before the next frame.
+    platform::ReleaseFreedMemory();
 }

@@ -2,6 +2,10 @@
 
 #include <QFile>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 namespace platform {
 
 qint64 ParseCommittedBytes(const QString& meminfoText) {
@@ -25,6 +29,12 @@ qint64 CommittedMemoryBytes() {
     QFile f(QStringLiteral("/proc/meminfo"));
     if (!f.open(QIODevice::ReadOnly)) return -1;
     return ParseCommittedBytes(QString::fromLatin1(f.readAll()));
+}
+
+void ReleaseFreedMemory() {
+#if defined(__GLIBC__)
+    malloc_trim(0);
+#endif
 }
 
 } // namespace platform
