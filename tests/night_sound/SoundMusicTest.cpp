@@ -279,6 +279,28 @@ TEST_F(SoundShow, ASoundPlaysAtEachChangeAfterTheStartAndNoneDuringIt) {
     }
 }
 
+TEST_F(SoundShow, ASoundThatIsNotAudioIsLoggedAndTheShowGoesOn) {
+    const QString broken =
+        WriteFile(install.filePath(QStringLiteral("Sounds/broken.wav")), "RIFF, but no sound");
+    frmConfig* config = ReloadConfig();
+    config->chkDebug->setChecked(true);
+    config->chkPlaySound->setChecked(true);
+    config->optRandomSound->setChecked(true);
+    frmSlideShow* show = frmSlideShow::instance();
+    show->StartShow();
+    ASSERT_TRUE(show->MainTimer->Enabled());
+    const std::int16_t frames = show->FrameCounter;
+    platform::AdvanceClock((show->ImageInterval + 3) * 1000);
+    show->MainTimer_Timer();
+    EXPECT_EQ(show->FrameCounter, frames + 1);
+    EXPECT_EQ(show->lstDebug
+                  ->findItems(QStringLiteral("Unable to load random sound file, ") + broken,
+                              Qt::MatchExactly)
+                  .size(),
+              1);
+    show->StoptheShow();
+}
+
 TEST_F(SoundShow, ThePanelBrowsesForFilesAndPlaysTheChosenOrARandomSound) {
     frmConfig* config = frmConfig::instance();
     const QString specific =
