@@ -15,7 +15,8 @@ bool IsSeparator(QChar c) {
 } // namespace
 
 bool FileExists(const QString& path) {
-    if (path.isEmpty()) return false;
+    // No file name holds a zero character, and the toolkit warns each time it is asked.
+    if (path.isEmpty() || path.contains(QChar(0))) return false;
     return QFileInfo::exists(path);
 }
 

@@ -9,7 +9,9 @@ namespace sound {
 namespace {
 
 bool IsFile(const QString& path) {
-    return !path.isEmpty() && QFileInfo(path).isFile();
+    // No file name holds a zero character; asked about one, the toolkit warns on every line
+    // of a damaged playlist.
+    return !path.isEmpty() && !path.contains(QChar(0)) && QFileInfo(path).isFile();
 }
 
 QString Extensions(const char* patterns) {
