@@ -1,5 +1,6 @@
-// The settings window's reader of image list files, and the two writers that follow from it:
-// a list read and written again reads back the same, and the show's rewrite keeps the header.
+// The settings window's reader of image list files (from lines and from the file), and the two
+// writers that follow from it: a list read and written again reads back the same, and the show's
+// rewrite keeps the header.
 #include "FuzzSupport.h"
 #include "lists/ImageListFile.h"
 
@@ -16,6 +17,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     QStringList lines;
     fuzz::Check(lists::ReadTextLines(path, lines));
     const lists::LoadedImageList loaded = lists::ParseImageList(lines, path);
+    // The window reads the file a line at a time; it must make of it what the lines make.
+    const std::optional<lists::LoadedImageList> streamed = lists::ReadImageList(path);
+    fuzz::Check(streamed.has_value() == !lines.isEmpty());
+    if (streamed)
+        fuzz::Check(
+            streamed->row.title == loaded.row.title && streamed->row.path == loaded.row.path &&
+            streamed->row.count == loaded.row.count && streamed->row.type == loaded.row.type &&
+            streamed->row.lastScan == loaded.row.lastScan &&
+            streamed->row.scanInterval == loaded.row.scanInterval &&
+            streamed->row.options == loaded.row.options && streamed->images == loaded.images &&
+            streamed->failed == loaded.failed &&
+            streamed->sawImagesMarker == loaded.sawImagesMarker);
     lists::CountImageRecords(loaded.images);
     lists::IconKeyForLoadedType(loaded.row.type);
 

@@ -29,8 +29,10 @@ make_picture() { # size, format, pattern
 for pattern in plasma:fractal gradient:navy-gold plasma:green-blue "pattern:checkerboard"; do
     make_picture 640x480 jpg "$pattern"
     make_picture 4000x3000 jpg "$pattern"     # larger than the screen: decoded scaled down
-    make_picture 3000x600 jpg "$pattern"      # a panorama that scrolls
-    make_picture 500x1400 png "$pattern"      # a portrait that scrolls
+    # Scrolling moves 40 pixels a second and holds the next change until it ends: these overhang
+    # both monitors enough to scroll, by little enough that 2,000 frames fit in a couple of hours.
+    make_picture 1300x400 jpg "$pattern"      # a panorama that scrolls
+    make_picture 450x1000 png "$pattern"      # a portrait that scrolls
     make_picture 800x600 bmp "$pattern"
     make_picture 1024x768 tif "$pattern"
     make_picture 300x200 gif "$pattern"

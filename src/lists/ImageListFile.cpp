@@ -31,10 +31,9 @@ int SlotOfOption(const QString& name) {
     return -1;
 }
 
-} // namespace
-
-bool ReadTextLines(const QString& fileName, QStringList& lines) {
-    lines.clear();
+// Hands each line of the file to take, with CR LF or LF line ends; a final line end adds no
+// line. False when the file cannot be read.
+template <class Take> bool ForEachTextLine(const QString& fileName, Take take) {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) return false;
     // Decoded a piece at a time: the decoder keeps a character cut at a piece's end for the
@@ -43,20 +42,104 @@ bool ReadTextLines(const QString& fileName, QStringList& lines) {
     QStringDecoder decode(QStringDecoder::Utf8);
     QString pending;
     QByteArray piece(64 * 1024, Qt::Uninitialized);
-    auto take = [&lines](QStringView line) {
+    auto give = [&take](QStringView line) {
         if (line.endsWith(QLatin1Char('\r'))) line.chop(1);
-        lines.append(line.toString());
+        take(line.toString());
     };
     for (qint64 got; (got = file.read(piece.data(), piece.size())) > 0;) {
         pending += decode(QByteArrayView(piece.constData(), got));
         qsizetype start = 0;
         for (qsizetype end; (end = pending.indexOf(QLatin1Char('\n'), start)) >= 0; start = end + 1)
-            take(QStringView(pending).sliced(start, end - start));
+            give(QStringView(pending).sliced(start, end - start));
         pending.remove(0, start);
     }
-    // A last line without its line end still counts; a final line end adds no line.
-    if (!pending.isEmpty()) take(pending);
+    // A last line without its line end still counts.
+    if (!pending.isEmpty()) give(pending);
     return true;
+}
+
+// The configuration window's reading of a list, a line at a time, so that only what the list
+// keeps is held: a damaged file of millions of lines before any "IMAGES" costs nothing.
+class ImageListReader {
+public:
+    explicit ImageListReader(const QString& fileName) { list_.row.fileName = fileName; }
+
+    void take(QString&& raw) {
+        switch (state_) {
+        case State::Banner: // never looked at
+            state_ = State::Header;
+            return;
+        case State::Value: // a title or path has a line of its own, so that it may hold commas
+            *value_ = std::move(raw).trimmed();
+            state_ = State::Header;
+            return;
+        case State::Images:
+            list_.images << std::move(raw).trimmed();
+            return;
+        case State::Stopped:
+            return;
+        case State::Header:
+            // An empty line is no key: passed over without the cost of splitting it.
+            if (!raw.isEmpty()) header(raw.trimmed());
+        }
+    }
+
+    // The list read; a file that ended where a title's or a path's value was due failed.
+    LoadedImageList finish() {
+        if (state_ == State::Value) list_.failed = true;
+        return std::move(list_);
+    }
+
+private:
+    enum class State { Banner, Header, Value, Images, Stopped };
+
+    void header(const QString& line) {
+        const QStringList fields = line.split(QLatin1Char(','));
+        const QString& key = fields[0];
+        if (key == QLatin1String("TITLE") || key == QLatin1String("PATH")) {
+            value_ = key == QLatin1String("TITLE") ? &list_.row.title : &list_.row.path;
+            state_ = State::Value;
+        } else if (key == QLatin1String("COUNT") || key == QLatin1String("LASTSCAN") ||
+                   key == QLatin1String("SCANINTERVAL") || key == QLatin1String("LOCALORWEB")) {
+            // A key without its value stops the reading there; what was read so far stands.
+            if (fields.size() < 2) {
+                list_.failed = true;
+                state_ = State::Stopped;
+                return;
+            }
+            const QString value = fields[1].trimmed();
+            if (key == QLatin1String("COUNT"))
+                list_.row.count = value;
+            else if (key == QLatin1String("LASTSCAN"))
+                list_.row.lastScan = value;
+            else if (key == QLatin1String("SCANINTERVAL"))
+                list_.row.scanInterval = value;
+            else
+                list_.row.type = value;
+        } else if (key == QLatin1String("OPTION")) {
+            const QString name = line.split(QStringLiteral("==")).first().mid(7);
+            const int slot = SlotOfOption(name);
+            // Trimmed like every value read: a stray carriage return before a second comma would
+            // otherwise come back changed once the window writes the list again.
+            if (slot >= 0)
+                list_.row.options[static_cast<std::size_t>(slot)] = fields.value(1).trimmed();
+        } else if (key == kImagesMarker) {
+            // Every line after it is a record, to the end of the file.
+            list_.sawImagesMarker = true;
+            state_ = State::Images;
+        }
+    }
+
+    LoadedImageList list_;
+    State state_ = State::Banner;
+    QString* value_ = nullptr;
+};
+
+} // namespace
+
+bool ReadTextLines(const QString& fileName, QStringList& lines) {
+    lines.clear();
+    return ForEachTextLine(fileName, [&lines](QString&& line) { lines.append(std::move(line)); });
 }
 
 bool WriteTextLines(const QString& fileName, const QStringList& lines) {
@@ -94,52 +177,21 @@ QStringList ImageListLines(const ImageListRow& row, const QStringList& images) {
 }
 
 LoadedImageList ParseImageList(const QStringList& lines, const QString& fileName) {
-    LoadedImageList list;
-    list.row.fileName = fileName;
-    const auto n = lines.size();
-    // The banner is never looked at.
-    qsizetype i = 1;
-    while (i < n) {
-        const QString line = lines[i++].trimmed();
-        const QStringList fields = line.split(QLatin1Char(','));
-        const QString& key = fields[0];
-        if (key == QLatin1String("TITLE") || key == QLatin1String("PATH")) {
-            // The value has a line of its own, so that it may hold commas.
-            if (i >= n) {
-                list.failed = true;
-                break;
-            }
-            (key == QLatin1String("TITLE") ? list.row.title : list.row.path) = lines[i++].trimmed();
-        } else if (key == QLatin1String("COUNT") || key == QLatin1String("LASTSCAN") ||
-                   key == QLatin1String("SCANINTERVAL") || key == QLatin1String("LOCALORWEB")) {
-            if (fields.size() < 2) {
-                list.failed = true;
-                break;
-            }
-            const QString value = fields[1].trimmed();
-            if (key == QLatin1String("COUNT"))
-                list.row.count = value;
-            else if (key == QLatin1String("LASTSCAN"))
-                list.row.lastScan = value;
-            else if (key == QLatin1String("SCANINTERVAL"))
-                list.row.scanInterval = value;
-            else
-                list.row.type = value;
-        } else if (key == QLatin1String("OPTION")) {
-            const QString name = line.split(QStringLiteral("==")).first().mid(7);
-            const int slot = SlotOfOption(name);
-            // Trimmed like every value read: a stray carriage return before a second comma would
-            // otherwise come back changed once the window writes the list again.
-            if (slot >= 0)
-                list.row.options[static_cast<std::size_t>(slot)] = fields.value(1).trimmed();
-        } else if (key == kImagesMarker) {
-            list.sawImagesMarker = true;
-            list.images.clear();
-            while (i < n)
-                list.images << lines[i++].trimmed();
-        }
-    }
-    return list;
+    ImageListReader reader(fileName);
+    for (const QString& line : lines)
+        reader.take(QString(line));
+    return reader.finish();
+}
+
+std::optional<LoadedImageList> ReadImageList(const QString& fileName) {
+    ImageListReader reader(fileName);
+    bool any = false;
+    const bool read = ForEachTextLine(fileName, [&](QString&& line) {
+        any = true;
+        reader.take(std::move(line));
+    });
+    if (!read || !any) return std::nullopt;
+    return reader.finish();
 }
 
 QStringList ReWrittenImageListLines(const QStringList& oldLines, const QStringList& records,

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <array>
 #include <functional>
+#include <optional>
 
 // The image list file (".tvl"): one list of photographs with a small header. The configuration
 // window keeps each list as a row of its list view; these functions hold the file's rules so
@@ -57,6 +58,9 @@ QStringList ImageListLines(const ImageListRow& row, const QStringList& images);
 // The configuration window's reading of a file's lines (banner included): keys in any order,
 // unknown keys ignored, only the option slots it knows filled. fileName goes to the row.
 LoadedImageList ParseImageList(const QStringList& lines, const QString& fileName);
+// The same reading of a file, a line at a time. Nothing when the file cannot be read or holds
+// no line at all.
+std::optional<LoadedImageList> ReadImageList(const QString& fileName);
 
 // The show's rewrite after a rescan: the header of the file is kept up to its "IMAGES" line
 // (40 lines at most), lines starting "COUNT" and "LASTSCAN" are replaced, and the records

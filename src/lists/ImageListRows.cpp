@@ -89,13 +89,13 @@ void frmConfig::LoadOrClearImageList(int index) {
 void frmConfig::LoadImageList(const QString& fileName) {
     if (!common::FileExists(fileName)) return;
     const QString failure = QStringLiteral("Error loading image list:\r\n") + fileName;
-    QStringList lines;
-    if (!lists::ReadTextLines(fileName, lines) || lines.isEmpty()) {
+    const std::optional<lists::LoadedImageList> read = lists::ReadImageList(fileName);
+    if (!read) {
         // Nothing past the banner could be read, so no row was begun.
         platform::MsgBox(failure);
         return;
     }
-    const lists::LoadedImageList list = lists::ParseImageList(lines, fileName);
+    const lists::LoadedImageList& list = *read;
     auto* item = new QTreeWidgetItem(lvwFolderList);
     FillRow(item, list.row);
     if (!list.row.type.isEmpty()) SetRowIcon(item, lists::IconKeyForLoadedType(list.row.type));
