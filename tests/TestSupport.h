@@ -13,7 +13,10 @@
 
 #include <QByteArray>
 #include <QCoreApplication>
+#include <QDir>
 #include <QEvent>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtEndian>
@@ -47,6 +50,22 @@ inline QByteArray SilentWav(int milliseconds = 100, int samplesPerSecond = 8000)
     put32(dataBytes);
     wav.append(QByteArray(static_cast<qsizetype>(dataBytes), '\0'));
     return wav;
+}
+
+// Writes a file whole, making its folder first, so that a test's files take one line each.
+inline void PutFile(const QString& path, const QByteArray& content) {
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path())) << path.toStdString();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
+    file.write(content);
+}
+
+// The lines of a show's on-screen log, for tests that look for what it wrote.
+inline QStringList LogLines(const frmSlideShow* show) {
+    QStringList lines;
+    for (int i = 0; i < show->lstDebug->count(); ++i)
+        lines << show->lstDebug->item(i)->text();
+    return lines;
 }
 
 // Removes a value from the program's settings store.

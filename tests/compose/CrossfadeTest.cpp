@@ -16,9 +16,7 @@ TEST(Crossfade, RampStepsUpEveryTenStepsAndEndsAt245) {
         EXPECT_EQ(ramp[static_cast<std::size_t>(i)] - previous, i / 10 + 1) << "step " << i;
         previous = ramp[static_cast<std::size_t>(i)];
     }
-    EXPECT_EQ(ramp[9], 10);
-    EXPECT_EQ(ramp[10], 12);
-    EXPECT_EQ(ramp[64], 245);
+    EXPECT_EQ(ramp.back(), 245);
 }
 
 // Each step blends over what the last one left, so white under black is gone by step 36 and

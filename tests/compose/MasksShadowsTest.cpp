@@ -231,15 +231,8 @@ protected:
         image.fill(colour);
         image.setPixelColor(0, 0, Qt::white);
         const QString path = install.filePath(name);
-        QDir().mkpath(QFileInfo(path).path());
-        EXPECT_TRUE(image.save(path));
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(path).path()) && image.save(path));
         return path;
-    }
-    QStringList Log() const {
-        QStringList lines;
-        for (int i = 0; i < show->lstDebug->count(); ++i)
-            lines << show->lstDebug->item(i)->text();
-        return lines;
     }
     static QColor At(const dib::Dib& canvas, int x, int y) {
         return dib::DibToImage(canvas.get()).pixelColor(x, y);
@@ -375,7 +368,7 @@ TEST_F(MasksShadows, BackgroundChoice) {
             EXPECT_NEAR(c.green(), r.colour.green(), 2);
         }
     }
-    EXPECT_TRUE(Log().contains(QStringLiteral(
+    EXPECT_TRUE(LogLines(show).contains(QStringLiteral(
         "Can't find the background image (path below) turning off background image.")));
 }
 
@@ -405,8 +398,7 @@ TEST_F(MasksShadows, AComposedFrameHasItsShapeShadowAndBackground) {
     const QImage frame = dib::DibToImage(show->CanvasDIB.get());
     if (qEnvironmentVariableIsSet("TESSAVIEW_FRAME_PNG"))
         frame.save(qEnvironmentVariable("TESSAVIEW_FRAME_PNG"));
-    const QStringList log = Log();
-    EXPECT_TRUE(log.contains(QStringLiteral("Shadow pasted onto canvas OK")));
+    EXPECT_TRUE(LogLines(show).contains(QStringLiteral("Shadow pasted onto canvas OK")));
     // Wood at the canvas's corner, sea in the middle of the photograph.
     const QColor corner = frame.pixelColor(2, 2);
     const QColor middle = frame.pixelColor(frame.width() / 2, frame.height() * 7 / 10);

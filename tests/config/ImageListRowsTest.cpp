@@ -81,10 +81,7 @@ protected:
         ASSERT_EQ(Rows(), 3);
     }
     void PlaceRemainingList() {
-        QFile remain(InstallDir + QStringLiteral("/remain.lst"));
-        ASSERT_TRUE(remain.open(QIODevice::WriteOnly));
-        remain.write("x\r\n");
-        remain.close();
+        PutFile(InstallDir + QStringLiteral("/remain.lst"), "x\r\n");
         config->CheckForRemainingList();
         ASSERT_FALSE(config->cmdNukeRemlist->isHidden());
     }
@@ -120,6 +117,9 @@ TEST_F(ImageListRows, ScanningLoadsEveryListFileByNameIntoARowAndItsOwnImageList
 
     config->ScanAndLoadImageLists(InstallDir + QStringLiteral("/nowhere"));
     EXPECT_EQ(Rows(), 3);
+    // The name search looks at the type column, not the file column.
+    EXPECT_FALSE(config->InFolderList(lists + QStringLiteral("/a_1.tvl")));
+    EXPECT_TRUE(config->InFolderList(QStringLiteral("Local")));
 }
 
 TEST_F(ImageListRows, TheWindowLoadsTheInstallFoldersListsAtStart) {
@@ -154,17 +154,14 @@ TEST_F(ImageListRows, AMissingFileIsPassedOverSilentlyAndABrokenOneKeepsItsHalfR
     EXPECT_EQ(Rows(), 0);
     EXPECT_TRUE(messages.empty());
 
-    QFile broken(lists + QStringLiteral("/broken.tvl"));
-    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
-    broken.write("banner\r\nCOUNT,12\r\nTITLE\r\n");
-    broken.close();
-    config->LoadImageList(broken.fileName());
+    const QString broken = lists + QStringLiteral("/broken.tvl");
+    PutFile(broken, "banner\r\nCOUNT,12\r\nTITLE\r\n");
+    config->LoadImageList(broken);
     ASSERT_EQ(messages.size(), 1u);
-    EXPECT_EQ(messages[0].prompt,
-              QStringLiteral("Error loading image list:\r\n") + broken.fileName());
+    EXPECT_EQ(messages[0].prompt, QStringLiteral("Error loading image list:\r\n") + broken);
     ASSERT_EQ(Rows(), 1);
     EXPECT_EQ(config->ListColumn(1, 1), QStringLiteral("12"));
-    EXPECT_EQ(config->ListColumn(1, 4), broken.fileName());
+    EXPECT_EQ(config->ListColumn(1, 4), broken);
 }
 
 TEST_F(ImageListRows, WritingARowCountsItsPhotosAndReplacesTheFile) {
@@ -225,12 +222,6 @@ TEST_F(ImageListRows, AddingAListMakesItsRowWritesItsFileAndDropsTheSavedPool) {
     EXPECT_EQ(config->BuildWebImageFileName(QStringLiteral("Flickr-Group-Public"), listName),
               lists + QStringLiteral("/flickr-gro_2.tvl"));
     EXPECT_EQ(listName, QStringLiteral("flickr-gro_2"));
-}
-
-TEST_F(ImageListRows, TheNameSearchLooksAtTheTypeColumnNotTheFileColumn) {
-    LoadThree();
-    EXPECT_FALSE(config->InFolderList(lists + QStringLiteral("/a_1.tvl")));
-    EXPECT_TRUE(config->InFolderList(QStringLiteral("Local")));
 }
 
 // Rows in file-name order; nullptr: not looked at.

@@ -35,59 +35,52 @@ Rect Slot(const MonitorTables& t, int i) {
     return {t.MonitorLeft[s], t.MonitorTop[s], t.MonitorWidth[s], t.MonitorHeight[s]};
 }
 
-struct LayoutRow {
-    const char* what;
-    std::vector<ScreenInfo> screens;
-    bool multi, minHeight;
-    Rect form, slot0, slot1, slot2, caption;
-    int active, primary, bandTop, bandHeight;
-};
-
-// Failures name the row rather than dump its bytes.
-void PrintTo(const LayoutRow& row, std::ostream* os) {
-    *os << row.what;
-}
-
-class ScreenLayoutRows : public ::testing::TestWithParam<LayoutRow> {};
-
-TEST_P(ScreenLayoutRows, DerivesTheTables) {
-    const LayoutRow& r = GetParam();
-    const MonitorTables t = Layout(r.screens, r.multi, r.minHeight);
-    EXPECT_EQ((Rect{t.FormLeft, t.FormTop, t.FormWidth, t.FormHeight}), r.form) << r.what;
-    EXPECT_EQ(Slot(t, 0), r.slot0) << r.what;
-    EXPECT_EQ(Slot(t, 1), r.slot1) << r.what;
-    EXPECT_EQ(Slot(t, 2), r.slot2) << r.what;
-    EXPECT_EQ((Rect{t.CaptionLeft, t.CaptionTop, t.CaptionWidth, t.CaptionHeight}), r.caption)
-        << r.what;
-    EXPECT_EQ(t.ActiveMonitors, r.active) << r.what;
-    EXPECT_EQ(t.PrimaryMonitor, r.primary) << r.what;
-    EXPECT_EQ(t.MinHeightTop, r.bandTop) << r.what;
-    EXPECT_EQ(t.MinHeight, r.bandHeight) << r.what;
-    for (int i = 1; i <= monitors::MaxMonitors; ++i) {
-        EXPECT_GE(t.MonitorLeft[static_cast<std::size_t>(i)], 0) << r.what << " slot " << i;
-        EXPECT_GE(t.MonitorTop[static_cast<std::size_t>(i)], 0) << r.what << " slot " << i;
+TEST(ScreenLayout, DerivesTheTables) {
+    struct Row {
+        const char* what;
+        std::vector<ScreenInfo> screens;
+        bool multi, minHeight;
+        Rect form, slot0, slot1, slot2, caption;
+        int active, primary, bandTop, bandHeight;
+    };
+    // clang-format off
+    const Row rows[] = {
+        {"one monitor with multi on", {Screen(0, 0, 1920, 1080, true)}, true, false,
+         {0, 0, 1920, 1080}, {0, 0, 1920, 1080}, {0, 0, 1920, 1080}, {0, 0, 0, 0}, {0, 0, 1920, 1080}, 1, 1, 0, 0},
+        {"a monitor left of the primary", {Screen(0, 0, 1920, 1080, true), Screen(-1280, 100, 1280, 1024)}, true, false,
+         {-1280, 0, 3200, 1124}, {0, 0, 3200, 1124}, {1280, 0, 1920, 1080}, {0, 100, 1280, 1024}, {1280, 0, 1920, 1080}, 2, 1, 0, 0},
+        {"the primary listed second", {Screen(0, 0, 1024, 768), Screen(1024, 0, 1280, 1024, true)}, true, false,
+         {0, 0, 2304, 1024}, {0, 0, 2304, 1024}, {0, 0, 1024, 768}, {1024, 0, 1280, 1024}, {1024, 0, 1280, 1024}, 2, 2, 0, 0},
+        {"different heights share a band", {Screen(0, 0, 1024, 768, true), Screen(1024, 100, 800, 600)}, true, true,
+         {0, 0, 1824, 768}, {0, 0, 1824, 768}, {0, 0, 1024, 768}, {1024, 100, 800, 600}, {0, 0, 1024, 768}, 2, 1, 100, 600},
+        {"band above the desktop's top", {Screen(0, 50, 1024, 768, true), Screen(1024, 0, 800, 1200)}, true, true,
+         {0, 0, 1824, 1200}, {0, 0, 1824, 1200}, {0, 50, 1024, 768}, {1024, 0, 800, 1200}, {0, 50, 1024, 768}, 2, 1, 50, 768},
+        {"multi off takes the primary alone", {Screen(0, 0, 1024, 768, true), Screen(1024, 0, 800, 600)}, false, true,
+         {0, 0, 1024, 768}, {0, 0, 1024, 768}, {0, 0, 1024, 768}, {1024, 0, 800, 600}, {0, 0, 1024, 768}, 2, 1, 0, 768},
+        {"multi off with the primary on the right", {Screen(0, 0, 1024, 768), Screen(1024, 0, 800, 600, true)}, false, false,
+         {1024, 0, 800, 600}, {0, 0, 800, 600}, {0, 0, 1024, 768}, {1024, 0, 800, 600}, {0, 0, 800, 600}, 2, 2, 0, 600},
+        {"no screens leave the form without a size", {}, true, true,
+         {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, 0, 0, 0, 0},
+    };
+    // clang-format on
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.what);
+        const MonitorTables t = Layout(r.screens, r.multi, r.minHeight);
+        EXPECT_EQ((Rect{t.FormLeft, t.FormTop, t.FormWidth, t.FormHeight}), r.form);
+        EXPECT_EQ(Slot(t, 0), r.slot0);
+        EXPECT_EQ(Slot(t, 1), r.slot1);
+        EXPECT_EQ(Slot(t, 2), r.slot2);
+        EXPECT_EQ((Rect{t.CaptionLeft, t.CaptionTop, t.CaptionWidth, t.CaptionHeight}), r.caption);
+        EXPECT_EQ(t.ActiveMonitors, r.active);
+        EXPECT_EQ(t.PrimaryMonitor, r.primary);
+        EXPECT_EQ(t.MinHeightTop, r.bandTop);
+        EXPECT_EQ(t.MinHeight, r.bandHeight);
+        for (int i = 1; i <= monitors::MaxMonitors; ++i) {
+            EXPECT_GE(t.MonitorLeft[static_cast<std::size_t>(i)], 0) << "slot " << i;
+            EXPECT_GE(t.MonitorTop[static_cast<std::size_t>(i)], 0) << "slot " << i;
+        }
     }
 }
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Examples, ScreenLayoutRows, ::testing::Values(
-    LayoutRow{"one monitor with multi on", {Screen(0, 0, 1920, 1080, true)}, true, false,
-              {0, 0, 1920, 1080}, {0, 0, 1920, 1080}, {0, 0, 1920, 1080}, {0, 0, 0, 0}, {0, 0, 1920, 1080}, 1, 1, 0, 0},
-    LayoutRow{"a monitor left of the primary", {Screen(0, 0, 1920, 1080, true), Screen(-1280, 100, 1280, 1024)}, true, false,
-              {-1280, 0, 3200, 1124}, {0, 0, 3200, 1124}, {1280, 0, 1920, 1080}, {0, 100, 1280, 1024}, {1280, 0, 1920, 1080}, 2, 1, 0, 0},
-    LayoutRow{"the primary listed second", {Screen(0, 0, 1024, 768), Screen(1024, 0, 1280, 1024, true)}, true, false,
-              {0, 0, 2304, 1024}, {0, 0, 2304, 1024}, {0, 0, 1024, 768}, {1024, 0, 1280, 1024}, {1024, 0, 1280, 1024}, 2, 2, 0, 0},
-    LayoutRow{"different heights share a band", {Screen(0, 0, 1024, 768, true), Screen(1024, 100, 800, 600)}, true, true,
-              {0, 0, 1824, 768}, {0, 0, 1824, 768}, {0, 0, 1024, 768}, {1024, 100, 800, 600}, {0, 0, 1024, 768}, 2, 1, 100, 600},
-    LayoutRow{"band above the desktop's top", {Screen(0, 50, 1024, 768, true), Screen(1024, 0, 800, 1200)}, true, true,
-              {0, 0, 1824, 1200}, {0, 0, 1824, 1200}, {0, 50, 1024, 768}, {1024, 0, 800, 1200}, {0, 50, 1024, 768}, 2, 1, 50, 768},
-    LayoutRow{"multi off takes the primary alone", {Screen(0, 0, 1024, 768, true), Screen(1024, 0, 800, 600)}, false, true,
-              {0, 0, 1024, 768}, {0, 0, 1024, 768}, {0, 0, 1024, 768}, {1024, 0, 800, 600}, {0, 0, 1024, 768}, 2, 1, 0, 768},
-    LayoutRow{"multi off with the primary on the right", {Screen(0, 0, 1024, 768), Screen(1024, 0, 800, 600, true)}, false, false,
-              {1024, 0, 800, 600}, {0, 0, 800, 600}, {0, 0, 1024, 768}, {1024, 0, 800, 600}, {0, 0, 800, 600}, 2, 2, 0, 600},
-    LayoutRow{"no screens leave the form without a size", {}, true, true,
-              {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, 0, 0, 0, 0}));
-// clang-format on
 
 TEST(ScreenLayout, UsesAtMostFourScreens) {
     std::vector<ScreenInfo> screens;
@@ -147,38 +140,31 @@ TEST(TestMode, ModeZeroChangesNothingAndModeFourHasTheBand) {
     EXPECT_EQ(Slot(t, 1).h, 350);
 }
 
-struct OverlayRow {
-    const char* what;
-    int monitor, w, h;
-    QPoint paused, jump;
-};
-
-void PrintTo(const OverlayRow& row, std::ostream* os) {
-    *os << row.what;
-}
-
-class OverlayRows : public ::testing::TestWithParam<OverlayRow> {};
-
-TEST_P(OverlayRows, StandCentredOnTheirMonitor) {
-    const OverlayRow& r = GetParam();
+// Halves go to the even neighbour: 1024 + 300.5 and 100 + 450.9, 100 + 100.2 for 199 x 99.
+TEST(Overlays, StandCentredOnTheirMonitor) {
     const MonitorTables t =
         Layout({Screen(0, 0, 1024, 768, true), Screen(1024, 100, 800, 600)}, true);
-    EXPECT_EQ(monitors::PausedOverlayPlace(t, r.monitor, QSize(r.w, r.h)), r.paused) << r.what;
-    EXPECT_EQ(monitors::JumpOverlayPlace(t, r.monitor, QSize(r.w, r.h)), r.jump) << r.what;
+    struct Row {
+        int monitor, w, h;
+        QPoint paused, jump;
+    };
+    for (const Row& r :
+         {Row{2, 200, 100, {1324, 550}, {1324, 200}}, Row{2, 199, 99, {1324, 551}, {1324, 200}},
+          Row{1, 100, 50, {462, 646}, {462, 144}}}) {
+        SCOPED_TRACE(testing::Message() << r.monitor << ": " << r.w << " x " << r.h);
+        EXPECT_EQ(monitors::PausedOverlayPlace(t, r.monitor, QSize(r.w, r.h)), r.paused);
+        EXPECT_EQ(monitors::JumpOverlayPlace(t, r.monitor, QSize(r.w, r.h)), r.jump);
+    }
 }
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Examples, OverlayRows, ::testing::Values(
-    OverlayRow{"second monitor", 2, 200, 100, {1324, 550}, {1324, 200}},
-    // 1024 + 300.5 and 100 + 450.9, 100 + 100.2: halves go to the even neighbour.
-    OverlayRow{"odd sizes round", 2, 199, 99, {1324, 551}, {1324, 200}},
-    OverlayRow{"first monitor", 1, 100, 50, {462, 646}, {462, 144}}));
-// clang-format on
 
 // The turn over the enabled monitors is followed through ChooseMonitorSet below; here its wrap.
 TEST(MonitorTurns, WrapFromTheLastSlotToTheFirstEnabled) {
     EXPECT_EQ(monitors::NextMonitorInTurn(4, {false, false, true, false, true}), 2);
     EXPECT_EQ(monitors::NextMonitorInTurn(1, {false, true, false, false, false}), 1);
+}
+
+Rect Frame(const monitors::MonitorChoice& c) {
+    return {c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight};
 }
 
 monitors::MonitorChoiceRequest PerScreen(std::int16_t current, int w, int h,
@@ -208,44 +194,34 @@ TEST(ChooseMonitorSet, TurnsGoOverTheEnabledMonitorsOnly) {
     }
     EXPECT_EQ(sets, (std::vector<int>{1, 3, 1, 3}));
     const monitors::MonitorChoice c = monitors::ChooseMonitorSet(t, PerScreen(1, 800, 600));
-    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
-              (Rect{2048, 0, 800, 600}));
+    EXPECT_EQ(Frame(c), (Rect{2048, 0, 800, 600}));
     EXPECT_TRUE(c.log.contains(QStringLiteral(" ... the next monitor is  3")));
 }
 
-struct PanoLayoutRow {
-    const char* what;
-    std::int16_t layout;
-    bool stopStack;
-    int expSet;
-};
-
-void PrintTo(const PanoLayoutRow& row, std::ostream* os) {
-    *os << row.what;
-}
-
-class PanoLayoutRows : public ::testing::TestWithParam<PanoLayoutRow> {};
-
-TEST_P(PanoLayoutRows, DecideWhereAPanoramaGoes) {
-    const PanoLayoutRow& r = GetParam();
+// A panorama spans both monitors unless the layout keeps it to one; an ordinary image always
+// takes its turn.
+TEST(ChooseMonitorSet, TheLayoutDecidesWhereAPanoramaGoes) {
     const MonitorTables t =
         Layout({Screen(0, 0, 1024, 768, true), Screen(1024, 0, 1024, 768)}, true);
-    monitors::MonitorChoiceRequest q = PerScreen(1, 3000, 800, r.layout);
-    q.stopStackIfPano = r.stopStack;
-    EXPECT_EQ(monitors::ChooseMonitorSet(t, q).monitorSet, r.expSet) << r.what;
-    // An ordinary image always takes its turn.
-    q.width = 800;
-    q.height = 600;
-    EXPECT_EQ(monitors::ChooseMonitorSet(t, q).monitorSet, 2) << r.what;
+    struct Row {
+        const char* what;
+        std::int16_t layout;
+        bool stopStack;
+        int expSet;
+    };
+    for (const Row& r : {Row{"normal", monitors::NormalLayout, true, 0},
+                         Row{"stack that stops", monitors::StackLayout, true, 0},
+                         Row{"stack that goes on", monitors::StackLayout, false, 2},
+                         Row{"four up", monitors::FourUpLayout, true, 2}}) {
+        SCOPED_TRACE(r.what);
+        monitors::MonitorChoiceRequest q = PerScreen(1, 3000, 800, r.layout);
+        q.stopStackIfPano = r.stopStack;
+        EXPECT_EQ(monitors::ChooseMonitorSet(t, q).monitorSet, r.expSet);
+        q.width = 800;
+        q.height = 600;
+        EXPECT_EQ(monitors::ChooseMonitorSet(t, q).monitorSet, 2);
+    }
 }
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Layouts, PanoLayoutRows, ::testing::Values(
-    PanoLayoutRow{"normal", monitors::NormalLayout, true, 0},
-    PanoLayoutRow{"stack that stops", monitors::StackLayout, true, 0},
-    PanoLayoutRow{"stack that goes on", monitors::StackLayout, false, 2},
-    PanoLayoutRow{"four up", monitors::FourUpLayout, true, 2}));
-// clang-format on
 
 TEST(ChooseMonitorSet, WithoutTurnsTheFrameIsTheWholeSurfaceOrItsBand) {
     const MonitorTables t =
@@ -255,14 +231,12 @@ TEST(ChooseMonitorSet, WithoutTurnsTheFrameIsTheWholeSurfaceOrItsBand) {
     monitors::MonitorChoice c = monitors::ChooseMonitorSet(t, q);
     EXPECT_EQ(c.monitorSet, 0);
     EXPECT_EQ(c.currentMonitor, 2);
-    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
-              (Rect{0, 0, 1824, 768}));
+    EXPECT_EQ(Frame(c), (Rect{0, 0, 1824, 768}));
     EXPECT_TRUE(c.log.contains(QStringLiteral("MultiMonitors enabled ... ")));
 
     q.useMinHeight = true;
     c = monitors::ChooseMonitorSet(t, q);
-    EXPECT_EQ((Rect{c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight}),
-              (Rect{0, 100, 1824, 600}));
+    EXPECT_EQ(Frame(c), (Rect{0, 100, 1824, 600}));
 
     q.multiMonitors = false;
     c = monitors::ChooseMonitorSet(t, q);
