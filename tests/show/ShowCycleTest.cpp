@@ -38,6 +38,21 @@ TEST(VbTimerSemantics, RefusesNonPositiveIntervalsAndKeepsTheOld) {
     EXPECT_FALSE(t.Enabled());
 }
 
+TEST(VbTimerSemantics, EnablingARunningTimerDoesNotRestartIt) {
+    VbTimer t(200);
+    int fired = 0;
+    t.setHandler([&] { ++fired; });
+    t.setEnabled(true);
+    QElapsedTimer clock;
+    clock.start();
+    // Asked again and again, as every pointer move of a stopping show does.
+    while (fired == 0 && clock.elapsed() < 5000) {
+        t.setEnabled(true);
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    EXPECT_EQ(fired, 1);
+}
+
 class ShowCycle : public FormsFixture {
 protected:
     // A show started afresh, with a fresh configuration window behind it.
@@ -114,6 +129,8 @@ TEST_F(ShowCycle, AnExitRequestStopsTheTimerOnTheNextTick) {
     EXPECT_FALSE(show->MainTimer->Enabled());
 }
 
+// The tuned step time is saved on the way and read by the next show at its start, before the
+// opening fade tunes it again.
 TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
     frmSlideShow* show = frmSlideShow::instance();
     show->StartShow();
@@ -139,6 +156,13 @@ TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
     EXPECT_TRUE(frmConfig::instance()->StopShowTimer->Enabled());
     // The form is not unloaded from inside its own routine.
     EXPECT_TRUE(frmSlideShow::isLoaded());
+
+    frmConfig::instance()->StopShowTimer->fire();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_FALSE(frmSlideShow::isLoaded());
+    ExitShow = false;
+    frmSlideShow::instance()->Initialize();
+    EXPECT_FLOAT_EQ(frmSlideShow::instance()->xFadeStepTime, 0.0625f);
 }
 
 TEST_F(ShowCycle, StartRunsItsStepsInOrderAndEndsWithTheTimerRunning) {
@@ -279,40 +303,6 @@ TEST_F(ShowCycle, TheStoredInstallFolderIsUsedTrimmedAndAMissingOneIsReported) {
     // The show goes on.
     EXPECT_TRUE(show->MainTimer->Enabled());
     EXPECT_EQ(InstallDir, install.filePath(QStringLiteral("gone")));
-}
-
-TEST_F(ShowCycle, TunedStepTimeSurvivesIntoTheNextShow) {
-    frmSlideShow* show = frmSlideShow::instance();
-    show->StartShow();
-    show->xFadeStepTime = 0.25f;
-    show->StoptheShow();
-    frmConfig::instance()->StopShowTimer->fire();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-
-    ExitShow = false;
-    frmSlideShow* next = frmSlideShow::instance();
-    // Read at the start, before the opening fade tunes it again.
-    next->Initialize();
-    EXPECT_FLOAT_EQ(next->xFadeStepTime, 0.25f);
-}
-
-} // namespace
-
-namespace {
-
-TEST(VbTimerSemantics, EnablingARunningTimerDoesNotRestartIt) {
-    VbTimer t(200);
-    int fired = 0;
-    t.setHandler([&] { ++fired; });
-    t.setEnabled(true);
-    QElapsedTimer clock;
-    clock.start();
-    // Asked again and again, as every pointer move of a stopping show does.
-    while (fired == 0 && clock.elapsed() < 5000) {
-        t.setEnabled(true);
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    EXPECT_EQ(fired, 1);
 }
 
 } // namespace
