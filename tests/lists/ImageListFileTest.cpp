@@ -192,8 +192,6 @@ TEST_F(ImageListFile, AFlickrListKeepsItsTriplesInOrderAndCountsPhotosNotLines) 
 // off where a value is due fails with what it has so far.
 TEST_F(ImageListFile, ShortFilesLoadWhatTheyHold) {
     const QStringList withMarker = lists::ImageListLines(LocalRow(), {});
-    EXPECT_EQ(withMarker.size(), 16);
-    EXPECT_EQ(withMarker.last(), QStringLiteral("IMAGES"));
     struct Row {
         QStringList lines;
         bool failed, sawMarker;

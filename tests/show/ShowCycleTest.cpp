@@ -119,22 +119,28 @@ TEST_F(ShowCycle, TimerTickChangesTheFrameOnlyOnceTheIntervalHasPassed) {
     show->MainTimer_Timer();
     EXPECT_EQ(show->FrameCounter, framesBefore + 2);
     EXPECT_EQ(show->ImagesShown, 1.0);
-}
 
-TEST_F(ShowCycle, AnExitRequestStopsTheTimerOnTheNextTick) {
-    frmSlideShow* show = frmSlideShow::instance();
-    show->MainTimer->setEnabled(true);
+    // An exit request stops the timer on the next tick, however late it is.
     ExitShow = true;
+    platform::AdvanceClock(show->ImageInterval * 1000 + 3000);
     show->MainTimer_Timer();
     EXPECT_FALSE(show->MainTimer->Enabled());
+    EXPECT_EQ(show->FrameCounter, framesBefore + 2);
 }
 
-// The tuned step time is saved on the way and read by the next show at its start, before the
-// opening fade tunes it again.
+// A partial download is deleted on the way; the tuned step time is saved and read by the next
+// show at its start, before the opening fade tunes it again.
 TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
     frmSlideShow* show = frmSlideShow::instance();
     show->StartShow();
     show->xFadeStepTime = 0.0625f;
+    const QString partial = install.filePath(QStringLiteral("partial.jpg"));
+    QFile f(partial);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("half");
+    f.close();
+    show->DownloadFileOpen = true;
+    show->DownloadFileName = partial;
     QStringList steps;
     frmSlideShow::StopStepObserver = [&](const QString& step) {
         // Each step sees the ones before it done.
@@ -154,6 +160,8 @@ TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
               QStringList({"CloseMemLog", "ClearPicture", "StopTimers", "WritePerfSettings",
                            "SaveRemainingList", "CloseDownload", "CloseAudio", "StopShowTimer"}));
     EXPECT_TRUE(frmConfig::instance()->StopShowTimer->Enabled());
+    EXPECT_FALSE(QFile::exists(partial));
+    EXPECT_FALSE(show->DownloadFileOpen);
     // The form is not unloaded from inside its own routine.
     EXPECT_TRUE(frmSlideShow::isLoaded());
 
@@ -181,20 +189,6 @@ TEST_F(ShowCycle, StartRunsItsStepsInOrderAndEndsWithTheTimerRunning) {
     show->StartShow();
     EXPECT_EQ(steps, QStringList({"Initialize", "PrepScreen", "FadePanelToBlack", "LoadImageLists",
                                   "NightModeShouldBeOn", "PrepNextFrame", "MainTimer"}));
-}
-
-TEST_F(ShowCycle, StopDeletesAPartialDownload) {
-    frmSlideShow* show = frmSlideShow::instance();
-    const QString partial = install.filePath(QStringLiteral("partial.jpg"));
-    QFile f(partial);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("half");
-    f.close();
-    show->DownloadFileOpen = true;
-    show->DownloadFileName = partial;
-    show->StoptheShow();
-    EXPECT_FALSE(QFile::exists(partial));
-    EXPECT_FALSE(show->DownloadFileOpen);
 }
 
 TEST_F(ShowCycle, SaverRunEndsWithEveryFormUnloadedAndThePointerBack) {
