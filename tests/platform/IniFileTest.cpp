@@ -54,9 +54,11 @@ TEST(IniFile, LooksUpSectionsAndKeysWhateverTheirCaseInTheFirst256KilobytesOnly)
                                                      QString::fromUtf8(row.key), path),
                   QString::fromUtf8(row.value));
     }
-    EXPECT_EQ(platform::ReadPrivateProfileString(QStringLiteral("Flash"), QStringLiteral("1"),
-                                                 dir.filePath(QStringLiteral("absent.ini"))),
-              QString());
+    // A file that cannot be read leaves nothing of the one read before.
+    platform::IniFile ini;
+    EXPECT_TRUE(ini.Load(path));
+    EXPECT_FALSE(ini.Load(dir.filePath(QStringLiteral("absent.ini"))));
+    EXPECT_EQ(ini.Value(QStringLiteral("Flash"), QStringLiteral("1")), QString());
 }
 
 } // namespace

@@ -22,7 +22,7 @@ TEST(FileListing, FilesMatchThePatternsSortedIgnoringCaseAndFoldersAreListedApar
         QFile f(dir.filePath(QString::fromUtf8(name)));
         ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << name;
     }
-    for (const char* name : {"folder.jpg", "sub/deeper", "Alpha", "beta2"})
+    for (const char* name : {"folder.jpg", "sub/deeper", "Zeta", "beta2"})
         ASSERT_TRUE(QDir(dir.path()).mkpath(QString::fromUtf8(name))) << name;
     QFile inner(dir.filePath(QStringLiteral("sub/inner.jpg")));
     ASSERT_TRUE(inner.open(QIODevice::WriteOnly));
@@ -50,9 +50,9 @@ TEST(FileListing, FilesMatchThePatternsSortedIgnoringCaseAndFoldersAreListedApar
     EXPECT_TRUE(platform::FolderList(QString()).isEmpty());
 
     EXPECT_EQ(platform::FolderList(dir.path()),
-              QStringList({"Alpha", "beta2", "folder.jpg", "sub"}));
+              QStringList({"beta2", "folder.jpg", "sub", "Zeta"}));
     EXPECT_EQ(platform::FolderList(dir.filePath(QStringLiteral("sub"))), QStringList({"deeper"}));
-    EXPECT_TRUE(platform::FolderList(dir.filePath(QStringLiteral("Alpha"))).isEmpty());
+    EXPECT_TRUE(platform::FolderList(dir.filePath(QStringLiteral("Zeta"))).isEmpty());
     EXPECT_TRUE(platform::FolderList(dir.filePath(QStringLiteral("missing"))).isEmpty());
 }
 
