@@ -82,13 +82,9 @@ TEST_F(Layouts, FourUpCornersFollowTheNumberOfImages) {
         QStringList xs, ys;
     };
     const Row rows[] = {
-        {1, {QStringLiteral("0")}, {QStringLiteral("0")}},
-        {2,
-         {QStringLiteral("5"), QStringLiteral("505")},
-         {QStringLiteral("4"), QStringLiteral("4")}},
-        {3,
-         {QStringLiteral("5"), QStringLiteral("505"), QStringLiteral("5"), QStringLiteral("505")},
-         {QStringLiteral("4"), QStringLiteral("4"), QStringLiteral("404"), QStringLiteral("404")}},
+        {1, {"0"}, {"0"}},
+        {2, {"5", "505"}, {"4", "4"}},
+        {3, {"5", "505", "5", "505"}, {"4", "4", "404", "404"}},
     };
     for (const Row& r : rows) {
         Queue(r.entries);

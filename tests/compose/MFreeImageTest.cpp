@@ -20,6 +20,20 @@ Dib Make(int w, int h, int bpp) {
         FreeImage_Allocate(w, h, bpp, FI_RGBA_RED_MASK, FI_RGBA_GREEN_MASK, FI_RGBA_BLUE_MASK));
 }
 
+// A 32-bit picture of one colour, filled a pixel at a time by the library itself.
+Dib Filled(int w, int h, RGBQUAD colour) {
+    Dib d = Make(w, h, 32);
+    for (unsigned x = 0; x < static_cast<unsigned>(w); ++x)
+        for (unsigned y = 0; y < static_cast<unsigned>(h); ++y)
+            FreeImage_SetPixelColor(d.get(), x, y, &colour);
+    return d;
+}
+
+QSize SizeOf(const Dib& d) {
+    return {static_cast<int>(FreeImage_GetWidth(d.get())),
+            static_cast<int>(FreeImage_GetHeight(d.get()))};
+}
+
 // Mean absolute difference per channel of two images of one size, 0 to 255.
 double MeanDifference(const QImage& a, const QImage& b) {
     const QImage x = a.convertToFormat(QImage::Format_RGB32);
@@ -96,11 +110,7 @@ TEST(DibFill, SameBytesAsAPixelByPixelFill) {
 
 TEST(DibPaste, ClipsAtTheEdgesAndRefusesNegativeOffsets) {
     Dib canvas = Make(20, 10, 24);
-    Dib sub = Make(6, 4, 32);
-    RGBQUAD red{0, 0, 255, 255};
-    for (unsigned x = 0; x < 6; ++x)
-        for (unsigned y = 0; y < 4; ++y)
-            FreeImage_SetPixelColor(sub.get(), x, y, &red);
+    Dib sub = Filled(6, 4, RGBQUAD{0, 0, 255, 255});
     QString text;
     EXPECT_FALSE(MFreeImage::PasteDIBWithAlpha(sub.get(), canvas, -1, 2, text));
     EXPECT_EQ(text, QStringLiteral("One of the pasting offsets is negative.  Px / Py = -1 / 2"));
@@ -118,11 +128,7 @@ TEST(DibPaste, ClipsAtTheEdgesAndRefusesNegativeOffsets) {
 }
 
 TEST(DibBorder, TwentyPixelsOnEverySide) {
-    Dib image = Make(10, 6, 32);
-    RGBQUAD green{0, 255, 0, 255};
-    for (unsigned x = 0; x < 10; ++x)
-        for (unsigned y = 0; y < 6; ++y)
-            FreeImage_SetPixelColor(image.get(), x, y, &green);
+    Dib image = Filled(10, 6, RGBQUAD{0, 255, 0, 255});
     ASSERT_TRUE(MFreeImage::AddBorderToDIB(image, 0xFFFFFF));
     const QImage seen = dib::DibToImage(image.get());
     ASSERT_EQ(seen.size(), QSize(50, 46));
@@ -144,9 +150,7 @@ TEST(DibRescale, SizesFromFactorsPixelsAndOneSide) {
                          Row{25, 0, false, QSize(25, 20)}, Row{0, 0, false, QSize(100, 80)}}) {
         Dib scaled = MFreeImage::RescaleDIB(Make(100, 80, 24), r.w, r.h, r.percent, FILTER_BICUBIC);
         ASSERT_TRUE(scaled);
-        EXPECT_EQ(QSize(static_cast<int>(FreeImage_GetWidth(scaled.get())),
-                        static_cast<int>(FreeImage_GetHeight(scaled.get()))),
-                  r.expected);
+        EXPECT_EQ(SizeOf(scaled), r.expected);
     }
 }
 
@@ -165,10 +169,7 @@ TEST(Orientation, EveryTagComesOutUpright) {
         for (int tag = 2; tag <= 8; ++tag) {
             SCOPED_TRACE(testing::Message() << shape << " " << tag);
             Dib turned = load(tag);
-            EXPECT_EQ(UprightSize(QSize(static_cast<int>(FreeImage_GetWidth(turned.get())),
-                                        static_cast<int>(FreeImage_GetHeight(turned.get()))),
-                                  tag),
-                      upright.size());
+            EXPECT_EQ(UprightSize(SizeOf(turned), tag), upright.size());
             ASSERT_TRUE(ApplyOrientation(turned, tag));
             const double right = MeanDifference(dib::DibToImage(turned.get()), upright);
             // Any wrong turn or flip of the same picture is far further off than the camera's
@@ -207,9 +208,7 @@ TEST(JpegDecode, ScalesByEighthsToCoverTheTarget) {
           Row{QSize(900, 10), QSize(800, 600)}}) {
         Dib d = jpeg::DecodeAtLeast(bytes, r.minimum);
         ASSERT_TRUE(d);
-        EXPECT_EQ(QSize(static_cast<int>(FreeImage_GetWidth(d.get())),
-                        static_cast<int>(FreeImage_GetHeight(d.get()))),
-                  r.expected);
+        EXPECT_EQ(SizeOf(d), r.expected);
     }
     // Upright, opaque and close to what was saved.
     Dib full = jpeg::DecodeAtLeast(bytes, QSize(800, 600));

@@ -77,47 +77,21 @@ struct Travel {
 // A canvas larger than its monitor comes in at one end and travels to the other in the
 // designed number of ticks, at the pace its overhang asks for, with MainTimer off all along.
 TEST_F(PanoForm, APanoramaTravelsEndToEnd) {
+    // clang-format off
     const Travel rows[] = {
         {"wider, from the left end", 400, 0, 0.9, 200, 50, {0, 0}, {400, 0}, 10},
         {"wider, from the right end: a draw of 50 is not above 50",
-         400,
-         0,
-         0.5,
-         200,
-         50,
-         {400, 0},
-         {0, 0},
-         10},
+            400, 0, 0.5, 200, 50, {400, 0}, {0, 0}, 10},
         {"two pixels wider: one step, slowly", 2, 0, 0.9, 1, 100, {0, 0}, {2, 0}, 0},
         {"wider and taller: across only, the extra height cut off",
-         300,
-         100,
-         0.99,
-         150,
-         50,
-         {0, 0},
-         {300, 0},
-         8},
+            300, 100, 0.99, 150, 50, {0, 0}, {300, 0}, 8},
         {"taller, from the top end", 0, 300, 0.51, 150, 50, {0, 0}, {0, 300}, 8},
         {"taller by 158, from the bottom: 79 steps, slowly",
-         0,
-         158,
-         0.1,
-         79,
-         100,
-         {0, 158},
-         {0, 0},
-         8},
+            0, 158, 0.1, 79, 100, {0, 158}, {0, 0}, 8},
         {"wider by 159: 80 steps at the normal pace, a pixel over the end",
-         159,
-         0,
-         0.9,
-         80,
-         50,
-         {0, 0},
-         {160, 0},
-         4},
+            159, 0, 0.9, 80, 50, {0, 0}, {160, 0}, 4},
     };
+    // clang-format on
     for (const Travel& row : rows) {
         SCOPED_TRACE(row.what);
         platform::SetNow(QDateTime(QDate(2026, 11, 22), QTime(12, 0, 0)));
@@ -249,10 +223,6 @@ TEST_F(PanoForm, TheNextChangeWaitsForTheEndOfTheTravel) {
         show = frmSlideShow::instance();
     }
 }
-
-} // namespace
-
-namespace {
 
 // A caption stays where it is on the screen while the photo travels under it, drawn by the
 // photo for the time of the travel, and is a box of its own again at the end.

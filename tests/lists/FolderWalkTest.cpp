@@ -64,47 +64,16 @@ protected:
         };
         for (const QByteArray& f : folders)
             ASSERT_EQ(::mkdir((root + f).constData(), 0755), 0) << f.constData();
+        // clang-format off
         const std::vector<QByteArray> files = {
-            "/a.jpg",
-            "/B.JPG",
-            "/c.Jpeg",
-            "/d.tif",
-            "/e.TIFF",
-            "/f.png",
-            "/g.bmp",
-            "/h.gif",
-            "/notes.txt",
-            "/x.jpg.txt",
-            "/jpg",
-            "/.jpg",
-            "/space name.jpg",
-            "/quo'te\".png",
-            "/-lead.jpg",
-            "/Ärger.jpg",
-            "/ärger.jpg",
-            "/zebra.JPG",
-            "/Zebra.jpg",
-            "/_u.jpg",
-            "/[x].jpg",
-            "/^c.jpg",
-            "/`b.jpg",
-            "/A.jpg",
-            "/10.jpg",
-            "/9.jpg",
-            "/bad\xff.jpg",
-            "/a.jpe",
-            "/Sub/s1.PNG",
-            "/Sub/S0.png",
-            "/Sub/deep/d.gif",
-            "/Sub/deep/er/e.bmp",
-            "/sub2/t.tiff",
-            "/locked/l.jpg",
-            "/folder.jpg/in.jpg",
-            "/-dash/-x.jpg",
-            "/with space/w.jpg",
-            "/Ärger/u.jpg",
-            "/ärger/l.jpg",
-        };
+            "/a.jpg", "/B.JPG", "/c.Jpeg", "/d.tif", "/e.TIFF", "/f.png", "/g.bmp", "/h.gif",
+            "/notes.txt", "/x.jpg.txt", "/jpg", "/.jpg", "/space name.jpg", "/quo'te\".png",
+            "/-lead.jpg", "/Ärger.jpg", "/ärger.jpg", "/zebra.JPG", "/Zebra.jpg", "/_u.jpg",
+            "/[x].jpg", "/^c.jpg", "/`b.jpg", "/A.jpg", "/10.jpg", "/9.jpg", "/bad\xff.jpg",
+            "/a.jpe", "/Sub/s1.PNG", "/Sub/S0.png", "/Sub/deep/d.gif", "/Sub/deep/er/e.bmp",
+            "/sub2/t.tiff", "/locked/l.jpg", "/folder.jpg/in.jpg", "/-dash/-x.jpg",
+            "/with space/w.jpg", "/Ärger/u.jpg", "/ärger/l.jpg"};
+        // clang-format on
         for (const QByteArray& f : files)
             Touch(root + f);
         ASSERT_EQ(::symlink("a.jpg", (root + "/link-to-a.jpg").constData()), 0);

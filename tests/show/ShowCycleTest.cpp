@@ -38,6 +38,21 @@ TEST(VbTimerSemantics, RefusesNonPositiveIntervalsAndKeepsTheOld) {
     EXPECT_FALSE(t.Enabled());
 }
 
+TEST(VbTimerSemantics, EnablingARunningTimerDoesNotRestartIt) {
+    VbTimer t(200);
+    int fired = 0;
+    t.setHandler([&] { ++fired; });
+    t.setEnabled(true);
+    QElapsedTimer clock;
+    clock.start();
+    // Asked again and again, as every pointer move of a stopping show does.
+    while (fired == 0 && clock.elapsed() < 5000) {
+        t.setEnabled(true);
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    EXPECT_EQ(fired, 1);
+}
+
 class ShowCycle : public FormsFixture {
 protected:
     // A show started afresh, with a fresh configuration window behind it.
@@ -104,20 +119,28 @@ TEST_F(ShowCycle, TimerTickChangesTheFrameOnlyOnceTheIntervalHasPassed) {
     show->MainTimer_Timer();
     EXPECT_EQ(show->FrameCounter, framesBefore + 2);
     EXPECT_EQ(show->ImagesShown, 1.0);
-}
 
-TEST_F(ShowCycle, AnExitRequestStopsTheTimerOnTheNextTick) {
-    frmSlideShow* show = frmSlideShow::instance();
-    show->MainTimer->setEnabled(true);
+    // An exit request stops the timer on the next tick, however late it is.
     ExitShow = true;
+    platform::AdvanceClock(show->ImageInterval * 1000 + 3000);
     show->MainTimer_Timer();
     EXPECT_FALSE(show->MainTimer->Enabled());
+    EXPECT_EQ(show->FrameCounter, framesBefore + 2);
 }
 
+// A partial download is deleted on the way; the tuned step time is saved and read by the next
+// show at its start, before the opening fade tunes it again.
 TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
     frmSlideShow* show = frmSlideShow::instance();
     show->StartShow();
     show->xFadeStepTime = 0.0625f;
+    const QString partial = install.filePath(QStringLiteral("partial.jpg"));
+    QFile f(partial);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("half");
+    f.close();
+    show->DownloadFileOpen = true;
+    show->DownloadFileName = partial;
     QStringList steps;
     frmSlideShow::StopStepObserver = [&](const QString& step) {
         // Each step sees the ones before it done.
@@ -137,8 +160,17 @@ TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
               QStringList({"CloseMemLog", "ClearPicture", "StopTimers", "WritePerfSettings",
                            "SaveRemainingList", "CloseDownload", "CloseAudio", "StopShowTimer"}));
     EXPECT_TRUE(frmConfig::instance()->StopShowTimer->Enabled());
+    EXPECT_FALSE(QFile::exists(partial));
+    EXPECT_FALSE(show->DownloadFileOpen);
     // The form is not unloaded from inside its own routine.
     EXPECT_TRUE(frmSlideShow::isLoaded());
+
+    frmConfig::instance()->StopShowTimer->fire();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_FALSE(frmSlideShow::isLoaded());
+    ExitShow = false;
+    frmSlideShow::instance()->Initialize();
+    EXPECT_FLOAT_EQ(frmSlideShow::instance()->xFadeStepTime, 0.0625f);
 }
 
 TEST_F(ShowCycle, StartRunsItsStepsInOrderAndEndsWithTheTimerRunning) {
@@ -157,20 +189,6 @@ TEST_F(ShowCycle, StartRunsItsStepsInOrderAndEndsWithTheTimerRunning) {
     show->StartShow();
     EXPECT_EQ(steps, QStringList({"Initialize", "PrepScreen", "FadePanelToBlack", "LoadImageLists",
                                   "NightModeShouldBeOn", "PrepNextFrame", "MainTimer"}));
-}
-
-TEST_F(ShowCycle, StopDeletesAPartialDownload) {
-    frmSlideShow* show = frmSlideShow::instance();
-    const QString partial = install.filePath(QStringLiteral("partial.jpg"));
-    QFile f(partial);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("half");
-    f.close();
-    show->DownloadFileOpen = true;
-    show->DownloadFileName = partial;
-    show->StoptheShow();
-    EXPECT_FALSE(QFile::exists(partial));
-    EXPECT_FALSE(show->DownloadFileOpen);
 }
 
 TEST_F(ShowCycle, SaverRunEndsWithEveryFormUnloadedAndThePointerBack) {
@@ -279,40 +297,6 @@ TEST_F(ShowCycle, TheStoredInstallFolderIsUsedTrimmedAndAMissingOneIsReported) {
     // The show goes on.
     EXPECT_TRUE(show->MainTimer->Enabled());
     EXPECT_EQ(InstallDir, install.filePath(QStringLiteral("gone")));
-}
-
-TEST_F(ShowCycle, TunedStepTimeSurvivesIntoTheNextShow) {
-    frmSlideShow* show = frmSlideShow::instance();
-    show->StartShow();
-    show->xFadeStepTime = 0.25f;
-    show->StoptheShow();
-    frmConfig::instance()->StopShowTimer->fire();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-
-    ExitShow = false;
-    frmSlideShow* next = frmSlideShow::instance();
-    // Read at the start, before the opening fade tunes it again.
-    next->Initialize();
-    EXPECT_FLOAT_EQ(next->xFadeStepTime, 0.25f);
-}
-
-} // namespace
-
-namespace {
-
-TEST(VbTimerSemantics, EnablingARunningTimerDoesNotRestartIt) {
-    VbTimer t(200);
-    int fired = 0;
-    t.setHandler([&] { ++fired; });
-    t.setEnabled(true);
-    QElapsedTimer clock;
-    clock.start();
-    // Asked again and again, as every pointer move of a stopping show does.
-    while (fired == 0 && clock.elapsed() < 5000) {
-        t.setEnabled(true);
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    EXPECT_EQ(fired, 1);
 }
 
 } // namespace
