@@ -4,6 +4,7 @@
 // built and initialised once, as a start builds it, and the show window beside it.
 #include "FuzzSupport.h"
 #include "config/frmConfig.h"
+#include "prefs/MRegistry.h"
 #include "show/frmSlideShow.h"
 
 namespace fuzz {
@@ -11,12 +12,15 @@ namespace fuzz {
 inline frmConfig* Config() {
     static frmConfig* config = [] {
         Install();
+        // The window takes its install folder, and so its preferences file, from the settings
+        // store: without this it would use the program's own folder, and the preferences the
+        // prefs target leaves there would switch the debug log and more on in the other targets.
+        SaveSetting(QStringLiteral("installDir"), InstallDir);
         frmConfig* form = frmConfig::instance();
-        const QString installDir = InstallDir;
         form->FormIsInitializing = true;
         form->Initialize();
         form->FormIsInitializing = false;
-        InstallDir = installDir;
+        if (!form->PrefsFileName.startsWith(Install().path())) std::abort();
         return form;
     }();
     return config;
