@@ -19,6 +19,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Each input starts from a list never skipped before.
     std::fill(std::begin(show->ScanSkip), std::end(show->ScanSkip), 0);
     show->LoadFullImageList();
+    // A rescan's window is let go the way every window is, at the next turn of the event loop;
+    // a run has no loop, so the turn is taken here.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 
     int records = 0;
     for (const QByteArray& line : fuzz::Bytes(data, size).split('\n'))
