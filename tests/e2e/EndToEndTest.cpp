@@ -128,7 +128,7 @@ void ClickInConfig(XSession& x, int left, int fromBottom, int height) {
     x.run(QStringLiteral("xdotool"),
           {QStringLiteral("search"), QStringLiteral("--name"),
            QStringLiteral("^Tessaview Settings$"), QStringLiteral("windowmove"),
-           QStringLiteral("0"), QStringLiteral("0")});
+           QStringLiteral("--sync"), QStringLiteral("0"), QStringLiteral("0")});
     x.run(QStringLiteral("xdotool"),
           {QStringLiteral("mousemove"), QString::number(left), QString::number(height - fromBottom),
            QStringLiteral("click"), QStringLiteral("1")});
