@@ -60,6 +60,12 @@ inline void PutFile(const QString& path, const QByteArray& content) {
     file.write(content);
 }
 
+// A file's bytes, or none when it cannot be read.
+inline QByteArray ReadFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 // The lines of a show's on-screen log, for tests that look for what it wrote.
 inline QStringList LogLines(const frmSlideShow* show) {
     QStringList lines;

@@ -19,7 +19,7 @@ using common::FolderWithSeparator;
 
 // Either kind of separator counts, wherever it stands; a folder keeps its trailing separator,
 // and a path without one is a bare name: no file name, and itself as its folder.
-TEST(PathParts, NameFolderAndHoldingFolder) {
+TEST(PathParts, NameFolderAndHoldingFolderFromTheLast250Characters) {
     struct Row {
         const char *path, *name, *folder, *holding;
     };
@@ -49,9 +49,8 @@ TEST(PathParts, NameFolderAndHoldingFolder) {
     }
     // The end of a playlist has no folder.
     EXPECT_EQ(FolderOf(QStringLiteral("(end of playlist)")), QString());
-}
 
-TEST(PathParts, OnlyTheLast250CharactersAreLookedAt) {
+    // Only the last 250 characters are looked at.
     const QString deepFolder = "/" + QString(1000, 'f') + "/";
     EXPECT_EQ(FileNameOf(deepFolder + "a.jpg"), QStringLiteral("a.jpg"));
     EXPECT_EQ(FolderWithSeparator(deepFolder + "a.jpg"), deepFolder);
@@ -129,61 +128,46 @@ TEST(ShellErrors, EachFailureCodeHasItsMessage) {
         EXPECT_EQ(common::ShellErrorMessage(code), QLatin1String(message)) << code;
 }
 
-// Replaces the desktop's launcher for one test and records what it was asked to open.
-class OpeningDocuments : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        platform::SetShellLauncher([this](const QString& target) {
-            launched.push_back(target);
-            return answer;
-        });
-    }
-    void TearDown() override { platform::SetShellLauncher(nullptr); }
-
-    QString ExistingFile() {
-        QFile f(dir.filePath(QStringLiteral("index.html")));
-        if (!f.open(QIODevice::WriteOnly)) return QString();
-        f.write("<html></html>");
-        return f.fileName();
-    }
-
+// Replaces the desktop's launcher and records what it was asked to open. Success means above
+// 32, and then nothing more is said; a missing local file is reported without a launch.
+TEST(OpeningDocuments, TheLaunchersAnswerDecidesAndAMissingFileIsNotLaunched) {
     QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    QFile page(dir.filePath(QStringLiteral("index.html")));
+    ASSERT_TRUE(page.open(QIODevice::WriteOnly));
+    page.close();
+    const QString gone = dir.filePath(QStringLiteral("gone.html"));
     std::vector<QString> launched;
-    int answer = 42;
-};
-
-TEST_F(OpeningDocuments, AMissingLocalFileIsReportedWithoutLaunchingAnything) {
-    const common::ShellResult r = common::OpenDocument(dir.filePath(QStringLiteral("gone.html")));
-    EXPECT_FALSE(r.ok());
-    EXPECT_EQ(r.code, 2);
-    EXPECT_EQ(r.message, QStringLiteral("File not found"));
-    EXPECT_EQ(r.source, QStringLiteral("modShellExecute.GShell"));
-    EXPECT_TRUE(launched.empty());
-}
-
-// Success means above 32, and then nothing more is said.
-TEST_F(OpeningDocuments, AnExistingFileGoesToTheLauncherWhoseAnswerDecides) {
-    const QString path = ExistingFile();
-    ASSERT_FALSE(path.isEmpty());
-    const std::pair<int, const char*> rows[] = {
-        {42, ""},
-        {33, ""},
-        {32, nullptr},
-        {31, "No application is associated with this file type."}};
-    for (auto [code, message] : rows) {
-        SCOPED_TRACE(code);
-        answer = code;
+    int answer = 0;
+    platform::SetShellLauncher([&](const QString& target) {
+        launched.push_back(target);
+        return answer;
+    });
+    const auto restore = qScopeGuard([] { platform::SetShellLauncher(nullptr); });
+    const struct {
+        QString path;
+        int answer, code;
+        const char* message;
+    } rows[] = {{page.fileName(), 42, 42, ""},
+                {page.fileName(), 33, 33, ""},
+                {page.fileName(), 32, 32, nullptr},
+                {page.fileName(), 31, 31, "No application is associated with this file type."},
+                {gone, 42, 2, "File not found"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.code);
+        answer = row.answer;
         launched.clear();
-        const common::ShellResult r = common::OpenDocument(path);
-        EXPECT_EQ(r.ok(), code > 32);
-        EXPECT_EQ(r.code, code);
-        if (message) {
-            EXPECT_EQ(r.message, QLatin1String(message));
+        const common::ShellResult r = common::OpenDocument(row.path);
+        EXPECT_EQ(r.ok(), row.code > 32);
+        EXPECT_EQ(r.code, row.code);
+        if (row.message) {
+            EXPECT_EQ(r.message, QLatin1String(row.message));
         }
-        EXPECT_EQ(r.source, code > 32 ? QString() : QStringLiteral("modShellExecute.GShell"));
-        ASSERT_EQ(launched.size(), 1u);
-        EXPECT_EQ(QUrl(launched[0]).toLocalFile(), path);
+        EXPECT_EQ(r.source, row.code > 32 ? QString() : QStringLiteral("modShellExecute.GShell"));
+        ASSERT_EQ(launched.size(), row.path == gone ? 0u : 1u);
+        if (!launched.empty()) {
+            EXPECT_EQ(QUrl(launched[0]).toLocalFile(), row.path);
+        }
     }
 }
 

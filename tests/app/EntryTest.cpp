@@ -5,84 +5,59 @@
 
 namespace {
 
-TEST(CommandLine, OnlyTheFirstTwoCharactersOfTheTrimmedLowerCasedLineCount) {
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("/s")).mode, RunMode::Saver);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("  /S  ")).mode, RunMode::Saver);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("/saver please")).mode, RunMode::Saver);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("/P 1234")).mode, RunMode::Preview);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("/c")).mode, RunMode::Config);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("/c:4321")).mode, RunMode::Config);
-    EXPECT_EQ(ParseCommandLine(QString()).mode, RunMode::Config);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("   ")).mode, RunMode::Config);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("/a")).mode, RunMode::Nothing);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral(" /A ")).mode, RunMode::Nothing);
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("/x")).mode, RunMode::Nothing);
-    // A switch needs its slash.
-    EXPECT_EQ(ParseCommandLine(QStringLiteral("s")).mode, RunMode::Nothing);
+// Only the first two characters of the trimmed, lower-cased line count; a switch needs its slash.
+TEST(CommandLine, TheSwitchChoosesTheMode) {
+    using enum RunMode;
+    const std::pair<const char*, RunMode> rows[] = {
+        // clang-format off
+        {"/s", Saver}, {"  /S  ", Saver}, {"/saver please", Saver}, {"/P 1234", Preview},
+        {"/c", Config}, {"/c:4321", Config}, {"", Config}, {"   ", Config}, {"/a", Nothing},
+        {" /A ", Nothing}, {"/x", Nothing}, {"s", Nothing},
+        // clang-format on
+    };
+    for (auto [text, mode] : rows)
+        EXPECT_EQ(ParseCommandLine(QString::fromLatin1(text)).mode, mode) << '"' << text << '"';
     EXPECT_EQ(ParseCommandLine(QStringLiteral(" /P 12 ")).argument, QStringLiteral("/p 12"));
 }
 
+// X11 window ids go well past 16 bits; only the longest numeric tail counts.
 TEST(CommandLine, PreviewHandleIsTheNumericTail) {
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p 1234")), 1234);
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p:1234")), 1234);
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p1234")), 1234);
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p 0")), 0);
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p")), 0);
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p:")), 0);
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p abc")), 0);
-    // X11 window ids go well past 16 bits.
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p 62914563")), 62914563);
-    // Only the tail counts: the longest numeric tail of "12x34" is "34".
-    EXPECT_EQ(PreviewHandleFromArgument(QStringLiteral("/p 12x34")), 34);
+    const std::pair<const char*, std::int64_t> rows[] = {
+        // clang-format off
+        {"/p 1234", 1234}, {"/p:1234", 1234}, {"/p1234", 1234}, {"/p 0", 0}, {"/p", 0},
+        {"/p:", 0}, {"/p abc", 0}, {"/p 62914563", 62914563}, {"/p 12x34", 34},
+        // clang-format on
+    };
+    for (auto [text, handle] : rows)
+        EXPECT_EQ(PreviewHandleFromArgument(QString::fromLatin1(text)), handle) << text;
 }
 
 TEST(SecondInstance, RefusedOnlyWhenAnotherRunsAndNoDisplayDialogIsOpen) {
     EXPECT_FALSE(SecondInstanceRefused(false, 1));
     EXPECT_TRUE(SecondInstanceRefused(false, 2));
-    EXPECT_TRUE(SecondInstanceRefused(false, 5));
     EXPECT_FALSE(SecondInstanceRefused(true, 2));
     EXPECT_FALSE(SecondInstanceRefused(false, 0));
 }
 
-TEST(PreviewLogo, TakesNinetyPercentOfTheWidthAndKeepsItsProportions) {
-    const QSize logo(695, 676);
-    QRect r = FitLogo(QSize(152, 112), logo);
-    EXPECT_EQ(r.width(), 137); // 136.8 rounded
-    EXPECT_EQ(r.height(), 133);
-    EXPECT_EQ(r.left(), 8);
-    EXPECT_EQ(r.top(), -10); // taller than the pane, centred all the same
-}
-
-TEST(PreviewLogo, APaneTallerThanWideStillGetsNinetyPercentOfItsWidth) {
-    QRect r = FitLogo(QSize(100, 400), QSize(695, 676));
-    EXPECT_EQ(r.width(), 90);
-    EXPECT_EQ(r.height(), 88);
-    EXPECT_EQ(r.left(), 5);
-    EXPECT_EQ(r.top(), 156);
-}
-
-TEST(PreviewLogo, ProportionsComeFromTheControlAsItStands) {
-    // A control already squeezed to 2:1 stays 2:1.
-    QRect r = FitLogo(QSize(200, 200), QSize(100, 50));
-    EXPECT_EQ(r.width(), 180);
-    EXPECT_EQ(r.height(), 90);
-    // One shrunk to nothing falls back on the picture's own proportions instead of dividing by
-    // zero.
-    QRect z = FitLogo(QSize(300, 200), QSize(0, 0));
-    EXPECT_EQ(z.width(), 270);
-    EXPECT_EQ(z.height(), 263);
-    QRect empty = FitLogo(QSize(0, 0), QSize(695, 676));
-    EXPECT_EQ(empty.width(), 0);
-    EXPECT_EQ(empty.height(), 0);
-}
-
-TEST(PreviewLogo, RepeatedResizesDoNotDistortTheLogo) {
+// Ninety percent of the pane's width, centred even where it overflows a short pane, in the
+// proportions of the control as it stands; a control shrunk to nothing falls back on the
+// picture's own proportions instead of dividing by zero.
+TEST(PreviewLogo, NinetyPercentOfTheWidthInTheControlsProportions) {
+    const struct {
+        QSize pane, control;
+        QRect logo;
+    } rows[] = {
+        {{152, 112}, {695, 676}, {8, -10, 137, 133}}, {{100, 400}, {695, 676}, {5, 156, 90, 88}},
+        {{200, 200}, {100, 50}, {10, 55, 180, 90}},   {{300, 200}, {0, 0}, {15, -32, 270, 263}},
+        {{0, 0}, {695, 676}, {0, 0, 0, 0}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(FitLogo(row.pane, row.control), row.logo) << row.pane.width();
+    // Each resize starts from the control as the last one left it, without drifting.
     QSize control(695, 676);
-    for (int w : {152, 640, 33, 1920, 200, 152}) {
+    for (int w : {152, 640, 33, 1920, 200, 152})
         control = FitLogo(QSize(w, w * 3 / 4), control).size();
-    }
-    const double aspect = static_cast<double>(control.width()) / control.height();
-    EXPECT_NEAR(aspect, 695.0 / 676.0, 0.03);
+    EXPECT_NEAR(static_cast<double>(control.width()) / control.height(), 695.0 / 676.0, 0.03);
 }
 
 } // namespace

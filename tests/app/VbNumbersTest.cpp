@@ -124,7 +124,7 @@ TEST(IsNumeric, TheWholeTextMustBeOneNumber) {
     }
 }
 
-TEST(WholeNumbers, RoundingFloorAndSixteenBitWrap) {
+TEST(WholeNumbers, RoundingFloorAndSixteenBitWrapInAnyRoundingMode) {
     // clang-format off
     // Ties go to the even neighbour.
     const std::pair<double, int> rounded[] = {{0.5, 0}, {1.5, 2}, {2.5, 2}, {3.5, 4}, {-0.5, 0},
@@ -142,9 +142,8 @@ TEST(WholeNumbers, RoundingFloorAndSixteenBitWrap) {
         EXPECT_EQ(vb::Int(value), whole) << value;
     for (auto [value, whole] : wrapped)
         EXPECT_EQ(vb::Wrap16(value), whole) << value;
-}
 
-TEST(HalfEvenRounding, DoesNotDependOnNorDisturbTheCallersRoundingMode) {
+    // Half-even rounding neither depends on nor disturbs the caller's rounding mode.
     const int old = std::fegetround();
     ASSERT_EQ(std::fesetround(FE_UPWARD), 0);
     const double twoAndAHalf = vb::RoundHalfEven(2.5);
