@@ -42,29 +42,24 @@ TEST(ConfigGeometry, PanelsOpenByHalvingAndCloseByTheMirror) {
 
 TEST(ConfigGeometry, SliderKnobStaysOnItsTrack) {
     // Track at 10, 150 wide: the knob runs from 10 to 148.
-    EXPECT_EQ(SliderKnobPosition(0, 10, 150), 10);
-    EXPECT_EQ(SliderKnobPosition(100, 10, 150), 148);
-    EXPECT_EQ(SliderKnobPosition(50, 10, 150), 79);
-    EXPECT_EQ(SliderKnobPosition(33.3f, 10, 150), 55);
-    EXPECT_EQ(SliderKnobPosition(250, 10, 150), 148);
-    EXPECT_EQ(SliderKnobPosition(-20, 10, 150), 10);
-    EXPECT_EQ(SliderPercentAt(148, 10, 150), 100);
-    EXPECT_EQ(SliderPercentAt(400, 10, 150), 100);
-    EXPECT_EQ(SliderPercentAt(79, 10, 150), 50);
+    for (auto [percent, left] : {std::pair{0.0f, 10},
+                                 {100.0f, 148},
+                                 {50.0f, 79},
+                                 {33.3f, 55},
+                                 {250.0f, 148},
+                                 {-20.0f, 10}})
+        EXPECT_EQ(SliderKnobPosition(percent, 10, 150), left) << percent;
+    for (auto [left, percent] : {std::pair{148, 100}, {400, 100}, {79, 50}})
+        EXPECT_EQ(SliderPercentAt(left, 10, 150), percent) << left;
 }
 
 TEST(ConfigGeometry, SkyTabsSpanTheBarAtTheirCentres) {
     // Bar at 7, 384 wide, tabs 14 wide: zone 0 centres on 7, zone 96 on 391.
-    EXPECT_EQ(SkyTabPosition(0, 7, 384, 14), 0);
-    EXPECT_EQ(SkyTabPosition(96, 7, 384, 14), 384);
-    EXPECT_EQ(SkyTabPosition(28, 7, 384, 14), 112);
-    EXPECT_EQ(SkyZoneAt(112, 7, 384, 14), 28);
-    EXPECT_EQ(SkyZoneAt(900, 7, 384, 14), 96);
-    EXPECT_EQ(SkyZoneAt(-50, 7, 384, 14), 0);
-    // Half a zone goes to the even one.
-    EXPECT_EQ(SkyZoneAt(2, 7, 384, 14), 0);
-    EXPECT_EQ(SkyZoneAt(10, 7, 384, 14), 2);
-    EXPECT_EQ(SkyZoneAt(6, 7, 384, 14), 2);
+    for (auto [zone, left] : {std::pair{0, 0}, {96, 384}, {28, 112}})
+        EXPECT_EQ(SkyTabPosition(zone, 7, 384, 14), left) << zone;
+    // Half a zone goes to the even one (2 and 6 are half a zone from 0 and 2).
+    for (auto [left, zone] : {std::pair{112, 28}, {900, 96}, {-50, 0}, {2, 0}, {10, 2}, {6, 2}})
+        EXPECT_EQ(SkyZoneAt(left, 7, 384, 14), zone) << left;
 }
 
 TEST(ConfigGeometry, NightShadingWrapsPastMidnight) {
@@ -87,41 +82,39 @@ TEST(ConfigGeometry, NightShadingWrapsPastMidnight) {
     EXPECT_FALSE(same[1].visible);
 }
 
+// The changed layout and unchecked ones keep their shares exactly; the others are walked a tenth
+// at a time in turn until the whole is 100. A single checked layout takes everything.
 TEST(ConfigGeometry, LayoutBalanceHandsSharesRoundTheCheckedLayouts) {
-    auto sum = [](const std::array<float, 3>& p) { return p[0] + p[1] + p[2]; };
-
-    std::array<float, 3> two{30, 50, 0};
-    BalanceLayoutPercents(two, {true, true, false}, 0);
-    EXPECT_FLOAT_EQ(two[0], 30);
-    EXPECT_NEAR(two[1], 70, 0.15);
-    EXPECT_EQ(two[2], 0);
-
-    // A layout cleared to 0 gives its share to the other two, a tenth at a time in turn.
-    std::array<float, 3> three{40, 30, 0};
-    BalanceLayoutPercents(three, {true, true, false}, 2);
-    EXPECT_NEAR(three[0], 55, 0.15);
-    EXPECT_NEAR(three[1], 45, 0.15);
-    EXPECT_NEAR(sum(three), 100, 0.15);
-
-    std::array<float, 3> over{80, 60, 10};
-    BalanceLayoutPercents(over, {true, true, true}, 0);
-    EXPECT_FLOAT_EQ(over[0], 80);
-    EXPECT_NEAR(sum(over), 100, 0.15);
-    EXPECT_GE(over[1], 0);
-    EXPECT_GE(over[2], -0.1);
-
-    std::array<float, 3> one{35, 20, 45};
-    BalanceLayoutPercents(one, {false, true, false}, 1);
-    EXPECT_EQ(one, (std::array<float, 3>{0, 100, 0}));
-
-    std::array<float, 3> none{35, 20, 45};
-    BalanceLayoutPercents(none, {false, false, false}, 1);
-    EXPECT_EQ(none, (std::array<float, 3>{35, 20, 45}));
+    struct Row {
+        std::array<float, 3> percent;
+        std::array<bool, 3> checked;
+        int changed;
+        std::array<float, 3> balanced;
+    };
+    const Row rows[] = {
+        {{30, 50, 0}, {true, true, false}, 0, {30, 70, 0}},
+        // A layout cleared to 0 gives its share to the other two.
+        {{40, 30, 0}, {true, true, false}, 2, {55, 45, 0}},
+        {{80, 60, 10}, {true, true, true}, 0, {80, 20, 0}},
+        {{35, 20, 45}, {false, true, false}, 1, {0, 100, 0}},
+        {{35, 20, 45}, {false, false, false}, 1, {35, 20, 45}},
+    };
+    for (const Row& row : rows) {
+        std::array<float, 3> percent = row.percent;
+        BalanceLayoutPercents(percent, row.checked, row.changed);
+        for (std::size_t i = 0; i < 3; ++i) {
+            const bool walked = row.checked[i] && static_cast<int>(i) != row.changed;
+            EXPECT_NEAR(percent[i], row.balanced[i], walked ? 0.15 : 0.0)
+                << row.percent[0] << "," << row.percent[1] << "," << row.percent[2] << " [" << i
+                << "]";
+        }
+    }
 }
 
+// Shares read from a hand-edited preferences file: each walk must end, with the shares that may
+// move inside 0..100 and those of unchecked layouts untouched. 1e30 once hung the settings window
+// at start; so did unchecked layouts alone holding more than 100, where nothing may move.
 TEST(ConfigGeometry, LayoutBalanceEndsForAnyShareAFileCanHold) {
-    // Shares read from a hand-edited preferences file: each walk must end, with the shares that
-    // may move inside 0..100. 1e30 once hung the settings window at start.
     const float inf = std::numeric_limits<float>::infinity();
     const float nan = std::numeric_limits<float>::quiet_NaN();
     struct Row {
@@ -132,21 +125,17 @@ TEST(ConfigGeometry, LayoutBalanceEndsForAnyShareAFileCanHold) {
     for (const Row& row :
          {Row{{1e30f, 0, 0}, {true, true, false}, 2}, Row{{0, inf, 0}, {true, true, true}, 1},
           Row{{-1e30f, 50, 0}, {true, true, false}, 1}, Row{{nan, 20, 0}, {true, true, false}, 1},
-          Row{{3e38f, 3e38f, 3e38f}, {true, true, true}, 0}}) {
+          Row{{3e38f, 3e38f, 3e38f}, {true, true, true}, 0},
+          Row{{0, 150, 50}, {true, false, true}, 2}}) {
         std::array<float, 3> percent = row.percent;
         BalanceLayoutPercents(percent, row.checked, row.changed);
-        for (int i = 0; i < 3; ++i) {
-            if (!row.checked[static_cast<std::size_t>(i)] || i == row.changed) continue;
-            EXPECT_GE(percent[static_cast<std::size_t>(i)], -0.1f) << i;
-            EXPECT_LE(percent[static_cast<std::size_t>(i)], 100.1f) << i;
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (!row.checked[i]) {
+                EXPECT_EQ(percent[i], row.percent[i]) << i;
+            } else if (static_cast<int>(i) != row.changed) {
+                EXPECT_GE(percent[i], -0.1f) << i;
+                EXPECT_LE(percent[i], 100.1f) << i;
+            }
         }
     }
-}
-
-TEST(ConfigGeometry, LayoutBalanceEndsWhenNoLayoutCanMove) {
-    // Only unchecked layouts hold more than 100: nothing may move, and the walk must end.
-    std::array<float, 3> stuck{0, 150, 50};
-    BalanceLayoutPercents(stuck, {true, false, true}, 2);
-    EXPECT_EQ(stuck[1], 150);
-    EXPECT_LE(stuck[0], 0.0f);
 }

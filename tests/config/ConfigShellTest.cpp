@@ -27,10 +27,10 @@ protected:
     // Runs a panel's animation to its end; returns the heights it passed through.
     std::vector<int> Animate(std::array<VbTimer*, 11>& timers, int index) {
         std::vector<int> heights;
-        for (int tick = 0; tick < 50 && timers[static_cast<std::size_t>(index)] &&
-                           timers[static_cast<std::size_t>(index)]->Enabled();
-             ++tick) {
-            timers[static_cast<std::size_t>(index)]->fire();
+        // The slot, not the timer: a panel's own timer is let go at the end of its animation.
+        VbTimer*& timer = timers[static_cast<std::size_t>(index)];
+        for (int tick = 0; tick < 50 && timer && timer->Enabled(); ++tick) {
+            timer->fire();
             heights.push_back(Page(index)->height());
         }
         return heights;
@@ -101,7 +101,7 @@ TEST_F(ConfigShell, APanelOpensInHalvingStepsAndPushesTheOthersDown) {
 }
 
 // Opening the panoramas panel starts its demo, which changes no setting either.
-TEST_F(ConfigShell, PanoramaDemoRunsOnlyWhileItsPanelIsOpen) {
+TEST_F(ConfigShell, PanoramaDemoBouncesOnlyWhileItsPanelIsOpen) {
     config->RunConfig();
     config->chkScrollPanos->setChecked(true);
     config->imgSetPageOpen_Click(3);
@@ -109,28 +109,26 @@ TEST_F(ConfigShell, PanoramaDemoRunsOnlyWhileItsPanelIsOpen) {
     EXPECT_FALSE(config->ScrollDemoTimer->Enabled());
     Animate(config->openPageTimer, 3);
     EXPECT_TRUE(config->ScrollDemoTimer->Enabled());
-
-    const int left = config->picPanoDemoScroller->x();
-    config->ScrollDemoTimer->fire();
-    EXPECT_EQ(config->picPanoDemoScroller->x(), left - 1);
     EXPECT_FALSE(config->cmdApply->isEnabled()) << "opening a panel is not a change";
+
+    const int travel = config->picPanoDemoScroller->width() - config->picPanoDemo->width();
+    ASSERT_GT(travel, 0);
+    ASSERT_EQ(config->picPanoDemoScroller->x(), 0);
+    int lowest = 0;
+    for (int tick = 0; tick < 3 * travel; ++tick) {
+        config->ScrollDemoTimer->fire();
+        if (tick == 0) {
+            EXPECT_EQ(config->picPanoDemoScroller->x(), -1);
+        }
+        lowest = std::min(lowest, config->picPanoDemoScroller->x());
+        ASSERT_LE(config->picPanoDemoScroller->x(), 0);
+    }
+    EXPECT_EQ(lowest, -travel - 1);
 
     config->imgSetPageClose_Click(3);
     EXPECT_TRUE(config->ScrollDemoTimer->Enabled());
     Animate(config->closePageTimer, 3);
     EXPECT_FALSE(config->ScrollDemoTimer->Enabled());
-}
-
-TEST_F(ConfigShell, PanoramaDemoBouncesBetweenTheEndsOfTheStrip) {
-    const int travel = config->picPanoDemoScroller->width() - config->picPanoDemo->width();
-    ASSERT_GT(travel, 0);
-    int lowest = 0;
-    for (int tick = 0; tick < 3 * travel; ++tick) {
-        config->ScrollDemoTimer_Timer();
-        lowest = std::min(lowest, config->picPanoDemoScroller->x());
-        ASSERT_LE(config->picPanoDemoScroller->x(), 0);
-    }
-    EXPECT_EQ(lowest, -travel - 1);
 }
 
 TEST_F(ConfigShell, ExpandAllSkipsPanelsAlreadyOpenAndCollapseAllClosesEverything) {
@@ -181,17 +179,6 @@ TEST_F(ConfigShell, WindowGrowsToShowTheImagesAndShrinksBackToItsRestingHeight) 
         config->expandConfigTimer->fire();
     EXPECT_EQ(config->height(), rest);
     EXPECT_FALSE(config->imgSetPageOpen[21]->isHidden());
-}
-
-// Which controls count as a change is the preferences table's business, tested with it.
-TEST_F(ConfigShell, ApplyWaitsForARealChangeAndSavingTurnsItOff) {
-    config->RunConfig();
-    EXPECT_FALSE(config->cmdApply->isEnabled());
-    config->chkShowStatus->setChecked(!config->chkShowStatus->isChecked());
-    EXPECT_TRUE(config->cmdApply->isEnabled());
-    config->cmdApply_Click();
-    EXPECT_FALSE(config->cmdApply->isEnabled());
-    EXPECT_TRUE(QFile::exists(config->PrefsFileName));
 }
 
 TEST_F(ConfigShell, OkSavesAndEndsTheProgramCancelOnlyEndsIt) {
@@ -245,27 +232,6 @@ TEST_F(ConfigShell, DraggingTheSurfaceMovesTheWindow) {
     config->Form_MouseUp();
     config->Form_MouseMove(QPoint(500, 500));
     EXPECT_EQ(config->pos(), QPoint(140, 70));
-}
-
-TEST_F(ConfigShell, LayoutBoxesKeepTheSharesAtAHundred) {
-    config->RunConfig();
-    for (int i = 0; i < 3; ++i)
-        config->chkLayout[static_cast<std::size_t>(i)]->setChecked(true);
-    config->SetLayoutSlider(0, 40);
-    config->SetLayoutSlider(1, 30);
-    config->SetLayoutSlider(2, 30);
-    config->chkLayout[2]->setChecked(false);
-    EXPECT_EQ(config->SliderPercent[2], 0.0f);
-    EXPECT_EQ(config->SliderPercent[0], 55.0f);
-    EXPECT_EQ(config->SliderPercent[1], 45.0f);
-    EXPECT_EQ(config->lblLayoutSetting[1]->text(), QStringLiteral("45 %"));
-    EXPECT_TRUE(config->cmdApply->isEnabled());
-
-    // With one box left its slider is pinned at 100, knob at the end of the track.
-    config->chkLayout[1]->setChecked(false);
-    EXPECT_EQ(config->SliderPercent[0], 100.0f);
-    QLabel* bar = config->LayoutSliderBar[0];
-    EXPECT_EQ(config->imgLayoutSlider[0]->x(), bar->x() + bar->width() - 12);
 }
 
 TEST_F(ConfigShell, SkyBarShowsTheDefaultNightAcrossMidnight) {
@@ -334,19 +300,28 @@ TEST_F(ConfigShell, ResetSlideshowDeletesTheSavedPoolAndHidesItself) {
     EXPECT_TRUE(config->cmdNukeRemlist->isHidden());
 }
 
-TEST_F(ConfigShell, DraggingAKnobSetsItsShareAndBalancesTheOthers) {
+// Boxes and knobs alike keep the shares at a hundred; a drag counts as a change once it ends.
+TEST_F(ConfigShell, LayoutBoxesAndKnobsKeepTheSharesAtAHundred) {
     config->RunConfig();
-    config->chkLayout[1]->setChecked(true);
-    config->SetLayoutSlider(0, 50);
-    config->SetLayoutSlider(1, 50);
+    for (int i = 0; i < 3; ++i)
+        config->chkLayout[static_cast<std::size_t>(i)]->setChecked(true);
+    config->SetLayoutSlider(0, 40);
+    config->SetLayoutSlider(1, 30);
+    config->SetLayoutSlider(2, 30);
+    config->chkLayout[2]->setChecked(false);
+    EXPECT_EQ(config->SliderPercent[2], 0.0f);
+    EXPECT_EQ(config->SliderPercent[0], 55.0f);
+    EXPECT_EQ(config->SliderPercent[1], 45.0f);
+    EXPECT_EQ(config->lblLayoutSetting[1]->text(), QStringLiteral("45 %"));
+    EXPECT_TRUE(config->cmdApply->isEnabled());
+
     QLabel* knob = config->imgLayoutSlider[0];
     QLabel* bar = config->LayoutSliderBar[0];
     const int span = bar->width() - 12;
     config->cmdApply_Click();
-
     config->imgLayoutSlider_MouseDown(0, 500);
     config->imgLayoutSlider_MouseMove(0, 500 - span / 5);
-    EXPECT_NEAR(config->SliderPercent[0], 30.0f, 1.0f);
+    EXPECT_NEAR(config->SliderPercent[0], 35.0f, 1.0f);
     EXPECT_NEAR(config->SliderPercent[0] + config->SliderPercent[1], 100.0f, 1.0f);
     config->imgLayoutSlider_MouseMove(0, -5000);
     EXPECT_EQ(config->SliderPercent[0], 0.0f);
@@ -358,4 +333,9 @@ TEST_F(ConfigShell, DraggingAKnobSetsItsShareAndBalancesTheOthers) {
     // Without a press the pointer moves nothing.
     config->imgLayoutSlider_MouseMove(0, 9000);
     EXPECT_EQ(config->SliderPercent[0], 0.0f);
+
+    // With one box left its slider is pinned at 100, knob at the end of the track.
+    config->chkLayout[1]->setChecked(false);
+    EXPECT_EQ(config->SliderPercent[0], 100.0f);
+    EXPECT_EQ(knob->x(), bar->x() + bar->width() - 12);
 }
