@@ -1,11 +1,11 @@
 #include "lists/ImageListFile.h"
+#include "lists/ListFiles.h"
 
 #include <QDir>
 #include <QFile>
 #include <QLocale>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 using lists::ImageListRow;
 using lists::LoadedImageList;
@@ -35,18 +35,6 @@ protected:
         return row;
     }
     QString Path(const QString& name) const { return dir.filePath(name); }
-    // Writes raw lines with CR LF, as another writer of the format would.
-    QString WriteRaw(const QString& name, const QStringList& lines) const {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        for (const QString& line : lines)
-            file.write((line + QStringLiteral("\r\n")).toUtf8());
-        return Path(name);
-    }
-    static QByteArray Bytes(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
     QLocale saved;
     QTemporaryDir dir;
@@ -88,7 +76,7 @@ TEST_F(ImageListFile, WritesTheHeaderLineByLineWithCrLfAndNoByteOrderMark) {
 
     const QString file = Path(QStringLiteral("Holidays_1.tvl"));
     ASSERT_TRUE(lists::WriteTextLines(file, lines));
-    EXPECT_EQ(Bytes(file), expected.join(QStringLiteral("\r\n")).toUtf8() + "\r\n");
+    EXPECT_EQ(ReadFile(file), expected.join(QStringLiteral("\r\n")).toUtf8() + "\r\n");
     // Written whole: no temporary file is left beside it.
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{"Holidays_1.tvl"});
 
@@ -114,32 +102,25 @@ TEST_F(ImageListFile, ReadsBackWhatItWroteWithUnusedSlotsEmptyAndWritesThemAsBar
     // The bare form reads exactly as "none==none" did.
     const LoadedImageList twice = lists::ParseImageList(again, loaded.row.fileName);
     EXPECT_EQ(twice.row.options, loaded.row.options);
+    // The count is of photographs, not of lines.
+    EXPECT_EQ(lists::CountImageRecords(kFlickrRecords), 2);
+    EXPECT_EQ(lists::CountImageRecords({"IMAGEX", "IMAG", "image>a", " IMAGE>a", "TITLE>IMAGE>"}),
+              2);
 }
 
-TEST_F(ImageListFile, TitleAndPathStandOnTheirOwnLinesSoCommasSurviveButOtherValuesAreCut) {
-    ImageListRow row = LocalRow();
-    row.title = QStringLiteral("Paris, Rome, and Vienna");
-    row.path = QStringLiteral("/srv/photos/a,b/");
-    row.lastScan = QStringLiteral("July 3, 2025");
-    const LoadedImageList loaded =
-        lists::ParseImageList(lists::ImageListLines(row, {}), row.fileName);
-    EXPECT_EQ(loaded.row.title, row.title);
-    EXPECT_EQ(loaded.row.path, row.path);
-    EXPECT_EQ(loaded.row.lastScan, QStringLiteral("July 3"));
-    EXPECT_EQ(lists::ImageListLines(loaded.row, {})[3], row.title);
-}
-
+// A title and a path stand on lines of their own, so that their commas survive; other values are
+// cut at a comma.
 TEST_F(ImageListFile, TheConfigurationReaderTakesKeysInAnyOrderAndIgnoresWhatItDoesNotKnow) {
     const LoadedImageList loaded = lists::ParseImageList(
         {"banner, never read: TITLE", "SCANINTERVAL, 30 ", "  OPTION,USER_NSID==123@N00  ",
          "OPTION,PERPAGE==50", "WEBSITE,http://example.org", "LOCALORWEB,Flickr-User-Public",
-         "PATH", "  Flickr-User-Public  ", "LASTSCAN,01/02/2026,extra", "COUNT,1",
-         "OPTION,SOMETHINGNEW==1", "TITLE", " Friends ", "OPTION,LINKIMAGES==False", "IMAGES",
+         "PATH", "  /srv/a, b/  ", "LASTSCAN,01/02/2026,extra", "COUNT,1", "OPTION,SOMETHINGNEW==1",
+         "TITLE", " Friends, family ", "OPTION,LINKIMAGES==False", "IMAGES",
          "  IMAGE>https://x.example/1.jpg  ", "TITLE>One"},
         QStringLiteral("f.tvl"));
     EXPECT_FALSE(loaded.failed);
     EXPECT_EQ(Fields(loaded.row),
-              QStringList({"Friends", "1", "Flickr-User-Public", "Flickr-User-Public", "f.tvl",
+              QStringList({"Friends, family", "1", "/srv/a, b/", "Flickr-User-Public", "f.tvl",
                            "01/02/2026", "30", "PERPAGE==50", "USER_NSID==123@N00",
                            "LINKIMAGES==False", "", ""}));
     EXPECT_EQ(loaded.images, (QStringList{"IMAGE>https://x.example/1.jpg", "TITLE>One"}));
@@ -173,19 +154,6 @@ TEST_F(ImageListFile, OptionsGoToTheSlotTheirNameBelongsTo) {
                     << c.line;
         }
     }
-}
-
-TEST_F(ImageListFile, AFlickrListKeepsItsTriplesInOrderAndCountsPhotosNotLines) {
-    ImageListRow row = LocalRow();
-    row.type = QStringLiteral("Flickr");
-    row.path = QStringLiteral("Flickr-Interestingness");
-    row.options[0] = QStringLiteral("PERPAGE==2");
-    const LoadedImageList loaded =
-        lists::ParseImageList(lists::ImageListLines(row, kFlickrRecords), row.fileName);
-    EXPECT_EQ(loaded.images, kFlickrRecords);
-    EXPECT_EQ(lists::CountImageRecords(loaded.images), 2);
-    EXPECT_EQ(lists::CountImageRecords({"IMAGEX", "IMAG", "image>a", " IMAGE>a", "TITLE>IMAGE>"}),
-              2);
 }
 
 // A list without images ends at its marker; one without the marker still loads; one that breaks
@@ -231,7 +199,7 @@ TEST_F(ImageListFile, ATitleReadingImagesLoadsInTheWindowButEndsTheRewrittenHead
                            "TITLE", "IMAGES", "IMAGE>/p/b.jpg"}));
 }
 
-TEST_F(ImageListFile, RewritingKeepsTheHeaderAndRefreshesCountAndDateFromAllLines) {
+TEST_F(ImageListFile, RewritingKeepsUpToFortyHeaderLinesAndRefreshesCountAndDateFromAllLines) {
     ImageListRow row = LocalRow();
     row.type = QStringLiteral("Flickr");
     row.title = QStringLiteral("  COUNTRY WALKS");
@@ -248,45 +216,43 @@ TEST_F(ImageListFile, RewritingKeepsTheHeaderAndRefreshesCountAndDateFromAllLine
     expected[9] = QStringLiteral("LASTSCAN,22/11/2026");
     EXPECT_EQ(rewritten, expected + kFlickrRecords);
     EXPECT_EQ(rewritten[15], QStringLiteral("OPTION,"));
-}
 
-TEST_F(ImageListFile, RewritingKeepsAtMostFortyHeaderLines) {
-    QStringList file = {"banner"};
+    // At most forty header lines are kept.
+    QStringList longHeader = {"banner"};
     for (int i = 0; i < 45; ++i)
-        file << QStringLiteral("EXTRA,%1").arg(i);
-    file << "IMAGES";
-    const QStringList rewritten = lists::ReWrittenImageListLines(file, {"IMAGE>a"}, QDate());
-    EXPECT_EQ(rewritten.size(), 41);
-    EXPECT_EQ(rewritten[39], QStringLiteral("EXTRA,38"));
-    EXPECT_EQ(rewritten[40], QStringLiteral("IMAGE>a"));
+        longHeader << QStringLiteral("EXTRA,%1").arg(i);
+    longHeader << "IMAGES";
+    const QStringList cut = lists::ReWrittenImageListLines(longHeader, {"IMAGE>a"}, QDate());
+    EXPECT_EQ(cut.size(), 41);
+    EXPECT_EQ(cut[39], QStringLiteral("EXTRA,38"));
+    EXPECT_EQ(cut[40], QStringLiteral("IMAGE>a"));
 }
 
 TEST_F(ImageListFile, RewritingAFileReplacesItWholeAndLeavesOneWithoutMarkerAlone) {
-    const QString good = WriteRaw(QStringLiteral("good.tvl"),
-                                  lists::ImageListLines(LocalRow(), {"IMAGE>/p/old.jpg"}));
+    const QString good = Path(QStringLiteral("good.tvl"));
+    WriteRaw(good, lists::ImageListLines(LocalRow(), {"IMAGE>/p/old.jpg"}));
     ASSERT_TRUE(lists::ReWriteImageList(good, {"IMAGE>/p/new.jpg"}));
     QStringList back;
     ASSERT_TRUE(lists::ReadTextLines(good, back));
     EXPECT_EQ(back.last(), QStringLiteral("IMAGE>/p/new.jpg"));
     EXPECT_EQ(back[6], QStringLiteral("COUNT,1"));
-    EXPECT_TRUE(Bytes(good).endsWith("IMAGE>/p/new.jpg\r\n"));
+    EXPECT_TRUE(ReadFile(good).endsWith("IMAGE>/p/new.jpg\r\n"));
 
     const QStringList broken = lists::ImageListLines(LocalRow(), {}).mid(0, 15);
-    const QString bad = WriteRaw(QStringLiteral("bad.tvl"), broken);
-    const QByteArray before = Bytes(bad);
+    const QString bad = Path(QStringLiteral("bad.tvl"));
+    WriteRaw(bad, broken);
+    const QByteArray before = ReadFile(bad);
     EXPECT_FALSE(lists::ReWriteImageList(bad, {"IMAGE>/p/new.jpg"}));
-    EXPECT_EQ(Bytes(bad), before);
+    EXPECT_EQ(ReadFile(bad), before);
     EXPECT_FALSE(lists::ReWriteImageList(Path(QStringLiteral("missing.tvl")), {}));
 }
 
 TEST_F(ImageListFile, ReadsLfOnlyFilesAndKeepsBlankRecordsInsideTheList) {
-    QFile file(Path(QStringLiteral("lf.tvl")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("banner\nTITLE\nLF\nIMAGES\nIMAGE>a\n\nIMAGE>b\n");
-    file.close();
+    const QString file = Path(QStringLiteral("lf.tvl"));
+    PutFile(file, "banner\nTITLE\nLF\nIMAGES\nIMAGE>a\n\nIMAGE>b\n");
     QStringList lines;
-    ASSERT_TRUE(lists::ReadTextLines(file.fileName(), lines));
-    const LoadedImageList loaded = lists::ParseImageList(lines, file.fileName());
+    ASSERT_TRUE(lists::ReadTextLines(file, lines));
+    const LoadedImageList loaded = lists::ParseImageList(lines, file);
     EXPECT_EQ(loaded.row.title, QStringLiteral("LF"));
     EXPECT_EQ(loaded.images, (QStringList{"IMAGE>a", "", "IMAGE>b"}));
 }
@@ -313,8 +279,7 @@ TEST_F(ImageListFile, IconKeysDifferBetweenReadingAndCreatingAndWebNamesAreClean
 }
 
 TEST_F(ImageListFile, AFreeNameSkipsFilesOnDiskAndNamesTheTableHolds) {
-    ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("Imagelists")));
-    WriteRaw(QStringLiteral("Imagelists/wwwexample_1.tvl"), {"x"});
+    PutFile(Path(QStringLiteral("Imagelists/wwwexample_1.tvl")), "x\r\n");
     QString listName;
     EXPECT_EQ(lists::FreeImageListFileName(dir.path(), "wwwexample", nullptr, &listName),
               dir.path() + QStringLiteral("/Imagelists/wwwexample_2.tvl"));

@@ -7,7 +7,9 @@
 
 namespace {
 
-TEST(ImageEntryForms, WebEntryFieldsAreReadBySplittingOnDoubleColons) {
+// Web entries are read by splitting on double colons: a "::" inside the URL cuts it there, and
+// the title becomes what follows.
+TEST(ImageEntryForms, WebInternalAndLocalEntriesAndTheirFolderKeys) {
     const QString entry =
         MakeWebEntry(QStringLiteral("flickr-int_1"), QStringLiteral("http://farm1.example/a.jpg"),
                      QStringLiteral("Interesting"));
@@ -15,22 +17,19 @@ TEST(ImageEntryForms, WebEntryFieldsAreReadBySplittingOnDoubleColons) {
     EXPECT_TRUE(IsWebEntry(entry));
     EXPECT_EQ(GetURLfromEntry(entry), QStringLiteral("http://farm1.example/a.jpg"));
     EXPECT_EQ(GetTitleFromEntry(entry), QStringLiteral("Interesting"));
-    // A "::" inside the URL cuts it there, and the title becomes what follows.
     const QString broken = QStringLiteral("web::x_1::http://h/a::b.jpg::T");
     EXPECT_EQ(GetURLfromEntry(broken), QStringLiteral("http://h/a"));
     EXPECT_EQ(GetTitleFromEntry(broken), QStringLiteral("b.jpg"));
     EXPECT_EQ(GetTitleFromEntry(QStringLiteral("web::x_1::http://h/a.jpg")), QString());
-}
 
-TEST(ImageEntryForms, InternalAndLocalEntriesAndTheirFolderKeys) {
     EXPECT_TRUE(IsInternalEntry(QStringLiteral("INTERNAL:0")));
     EXPECT_FALSE(IsInternalEntry(QStringLiteral("/pics/INTERNAL.jpg")));
     EXPECT_FALSE(IsWebEntry(QStringLiteral("/pics/web::a.jpg")));
-    EXPECT_EQ(FolderKeyOf(QStringLiteral("/pics/2006/a.jpg")), QStringLiteral("/pics/2006/"));
-    EXPECT_EQ(FolderKeyOf(QStringLiteral("C:\\pics\\a.jpg")), QStringLiteral("C:\\pics\\"));
-    EXPECT_EQ(FolderKeyOf(QStringLiteral("a.jpg")), QStringLiteral("a.jpg"));
-    EXPECT_EQ(FolderKeyOf(QStringLiteral("web::list_1::http://h/p/a.jpg::Title")),
-              QStringLiteral("web::list_1::"));
+    for (auto [path, key] : {std::pair{"/pics/2006/a.jpg", "/pics/2006/"},
+                             {"C:\\pics\\a.jpg", "C:\\pics\\"},
+                             {"a.jpg", "a.jpg"},
+                             {"web::list_1::http://h/p/a.jpg::Title", "web::list_1::"}})
+        EXPECT_EQ(FolderKeyOf(QString::fromLatin1(path)), QLatin1String(key)) << path;
 }
 
 TEST(ListDates, WrittenDatesReadBackToTheSameDay) {
@@ -149,12 +148,7 @@ TEST_F(ImagePool, ListFilesAreReadAsUtf8WithCarriageReturnsInsideALineKept) {
         ListFileContents contents;
         contents.records = {row.record};
         WriteListFile(file, contents, Today());
-        QFile raw(file);
-        ASSERT_TRUE(raw.open(QIODevice::ReadWrite));
-        const QByteArray bytes = row.front + raw.readAll();
-        raw.seek(0);
-        raw.write(bytes);
-        raw.close();
+        PutFile(file, row.front + ReadFile(file));
         show->LoadFullImageList();
         EXPECT_EQ(show->ImageList.count(), row.images) << row.record.toStdString();
     }
@@ -207,56 +201,47 @@ TEST_F(ImagePool, AnAbortedWebRescanLeavesTheFilesImagesAndSkipsTwoPasses) {
     EXPECT_EQ(show->ImageList.count(), 2);
 }
 
-TEST_F(ImagePool, ADueFolderListIsRescannedAndItsFileRewritten) {
-    ListFileContents folder;
-    folder.source = pics + QLatin1Char('/');
-    folder.lastScan = ListFileDateText(Today().addDays(-1));
-    folder.interval = QStringLiteral("1");
-    folder.options[0] = QStringLiteral("RECURSE==True");
-    const QStringList old = MakePictures(pics, {"a.jpg"});
-    folder.records = ImageRecords(old) << QStringLiteral("IMAGE>") + pics + "/gone.jpg";
-    const QString file = lists + QStringLiteral("/pics_1.tvl");
-    WriteListFile(file, folder, Today());
-    const QStringList added =
-        MakePictures(pics + QStringLiteral("/sub"), {"c.PNG"}) + MakePictures(pics, {"b.JPEG"});
-
-    show->LoadFullImageList();
-    const QStringList expected{pics + "/a.jpg", pics + "/b.JPEG", pics + "/sub/c.PNG"};
-    EXPECT_EQ(Texts(show->ImageList), expected);
-    QStringList lines;
-    ASSERT_TRUE(lists::ReadTextLines(file, lines));
-    EXPECT_EQ(lines.mid(lines.indexOf(QStringLiteral("IMAGES")) + 1), ImageRecords(expected));
-    EXPECT_TRUE(lines.contains(QStringLiteral("COUNT,3")));
-    EXPECT_TRUE(lines.contains(QStringLiteral("LASTSCAN,") + ListFileDateText(Today())));
-    EXPECT_EQ(show->ScanSkip[0], 0);
-}
-
-TEST_F(ImagePool, ADueFolderListWhoseFolderIsGoneKeepsItsFileAndRestsAPass) {
-    ListFileContents folder;
-    folder.source = pics + QStringLiteral("/gone/");
-    folder.lastScan = ListFileDateText(Today().addDays(-1));
-    folder.interval = QStringLiteral("1");
+TEST_F(ImagePool, ADueFolderListIsRescannedOrWhileItsFolderIsGoneRestsAPass) {
+    const QString folder = pics + QStringLiteral("/away");
+    ListFileContents contents;
+    contents.source = folder + QLatin1Char('/');
+    contents.lastScan = ListFileDateText(Today().addDays(-1));
+    contents.interval = QStringLiteral("1");
+    contents.options[0] = QStringLiteral("RECURSE==True");
     const QStringList paths = MakePictures(pics, {"a.jpg", "b.jpg"});
-    folder.records = ImageRecords(paths);
+    contents.records = ImageRecords(paths);
     const QString file = lists + QStringLiteral("/pics_1.tvl");
-    WriteListFile(file, folder, Today());
+    WriteListFile(file, contents, Today());
     QStringList before;
     ASSERT_TRUE(lists::ReadTextLines(file, before));
 
-    // The file was let go for the scan: this pass gives nothing from it.
+    // The file was let go for the scan: this pass gives nothing from it, and leaves it alone.
     show->LoadFullImageList();
     EXPECT_EQ(LogCount(show, QStringLiteral("Scan aborted ")), 1);
     EXPECT_EQ(show->ScanSkip[0], 1);
     EXPECT_EQ(show->ImageList.count(), 0);
-    QStringList after;
-    ASSERT_TRUE(lists::ReadTextLines(file, after));
-    EXPECT_EQ(after, before);
+    QStringList lines;
+    ASSERT_TRUE(lists::ReadTextLines(file, lines));
+    EXPECT_EQ(lines, before);
 
     // The next pass leaves the scan out and reads the file again.
     show->LoadFullImageList();
     EXPECT_EQ(LogCount(show, QStringLiteral("      TIME TO RESCAN ")), 1);
     EXPECT_EQ(show->ScanSkip[0], 0);
     EXPECT_EQ(Texts(show->ImageList), paths);
+
+    // With the folder back, the one after scans it and rewrites the file.
+    MakePictures(folder, {"a.jpg"});
+    MakePictures(folder + QStringLiteral("/sub"), {"c.PNG"});
+    MakePictures(folder, {"b.JPEG"});
+    show->LoadFullImageList();
+    const QStringList expected{folder + "/a.jpg", folder + "/b.JPEG", folder + "/sub/c.PNG"};
+    EXPECT_EQ(Texts(show->ImageList), expected);
+    ASSERT_TRUE(lists::ReadTextLines(file, lines));
+    EXPECT_EQ(lines.mid(lines.indexOf(QStringLiteral("IMAGES")) + 1), ImageRecords(expected));
+    EXPECT_TRUE(lines.contains(QStringLiteral("COUNT,3")));
+    EXPECT_TRUE(lines.contains(QStringLiteral("LASTSCAN,") + ListFileDateText(Today())));
+    EXPECT_EQ(show->ScanSkip[0], 0);
 }
 
 TEST_F(ImagePool, TheThousandDayRuleAndTheDueDate) {

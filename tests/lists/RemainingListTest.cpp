@@ -6,12 +6,6 @@
 
 namespace {
 
-QByteArray ReadAll(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    return file.readAll();
-}
-
 class RemainingList : public FormsFixture {
 protected:
     void SetUp() override {
@@ -53,7 +47,7 @@ TEST_F(RemainingList, LayoutIsExact) {
     // An older descriptions file stays when there are no descriptions.
     WriteRaw(install.path() + QStringLiteral("/remain-d.lst"), {QStringLiteral("9||old")});
     WriteRaw(remain, {QStringLiteral("CURRENTIMAGEPATH"), QStringLiteral("/p/kept.jpg")});
-    const QByteArray kept = ReadAll(remain);
+    const QByteArray kept = ReadFile(remain);
 
     show->CurrentImage = QStringLiteral("/p/now.jpg");
     show->CaptionFullName = QStringLiteral("/p/now.jpg");
@@ -69,29 +63,29 @@ TEST_F(RemainingList, LayoutIsExact) {
     show->ImageTitles.add(QStringLiteral("A title"), 5);
     // A show stopped before its pool was read keeps the saved pool.
     show->SaveRemainingList();
-    EXPECT_EQ(ReadAll(remain), kept);
+    EXPECT_EQ(ReadFile(remain), kept);
     show->PoolLoaded = true;
     show->SaveRemainingList();
 
-    EXPECT_EQ(ReadAll(remain), QByteArray("CURRENTIMAGEPATH\r\n"
-                                          "/p/now.jpg\r\n"
-                                          "/p/now.jpg\r\n"
-                                          "now.jpg\r\n"
-                                          " 7 \r\n"
-                                          "CURRENTRANDOMFOLDER\r\n"
-                                          "/p/\r\n"
-                                          "REMAININGIMAGES\r\n"
-                                          "3||/p/next.jpg\r\n"
-                                          "4||/p/folder.jpg\r\n"
-                                          "5||web::l_1::http://h/a.jpg::Web || list\r\n"
-                                          "6||/q/d.jpg\r\n"));
-    EXPECT_EQ(ReadAll(install.path() + QStringLiteral("/remain-t.lst")),
+    EXPECT_EQ(ReadFile(remain), QByteArray("CURRENTIMAGEPATH\r\n"
+                                           "/p/now.jpg\r\n"
+                                           "/p/now.jpg\r\n"
+                                           "now.jpg\r\n"
+                                           " 7 \r\n"
+                                           "CURRENTRANDOMFOLDER\r\n"
+                                           "/p/\r\n"
+                                           "REMAININGIMAGES\r\n"
+                                           "3||/p/next.jpg\r\n"
+                                           "4||/p/folder.jpg\r\n"
+                                           "5||web::l_1::http://h/a.jpg::Web || list\r\n"
+                                           "6||/q/d.jpg\r\n"));
+    EXPECT_EQ(ReadFile(install.path() + QStringLiteral("/remain-t.lst")),
               QByteArray("5||A title\r\n"));
-    EXPECT_EQ(ReadAll(install.path() + QStringLiteral("/remain-d.lst")), QByteArray("9||old\r\n"));
+    EXPECT_EQ(ReadFile(install.path() + QStringLiteral("/remain-d.lst")), QByteArray("9||old\r\n"));
 
     show->CurrentImageTag = -2;
     show->SaveRemainingList();
-    EXPECT_TRUE(ReadAll(remain).contains("\r\n-2 \r\n"));
+    EXPECT_TRUE(ReadFile(remain).contains("\r\n-2 \r\n"));
 }
 
 // The files are UTF-8 whatever their first bytes: a first line that looks like a UTF-16 mark
@@ -101,10 +95,8 @@ TEST_F(RemainingList, ReadsBackByPositionWithKeysKept) {
     WriteRaw(remain, {"CURRENTIMAGEPATH", "/p/now.jpg", "  /p/now.jpg ", "now.jpg", " 12 ",
                       "ANY KEY", "/p/", "ANY KEY", "40||/p/a.jpg", "", "  41||/p/b||c.jpg  ",
                       "web-key||web::l_1::http://h/x.jpg::T"});
-    QFile titles(install.path() + QStringLiteral("/remain-t.lst"));
-    ASSERT_TRUE(titles.open(QIODevice::WriteOnly));
-    titles.write("\xFE\xFF\r\n41||Bee\r\n\r\n40||Ay\r\n\xF0\x9F\x98\x80smile\r\n");
-    titles.close();
+    PutFile(install.path() + QStringLiteral("/remain-t.lst"),
+            "\xFE\xFF\r\n41||Bee\r\n\r\n40||Ay\r\n\xF0\x9F\x98\x80smile\r\n");
     frmSlideShow* show = frmSlideShow::instance();
     show->Initialize();
     show->LoadRemainingList(remain);
@@ -144,7 +136,7 @@ TEST_F(RemainingList, AStoppedShowSavesThePoolTheNextGoesOnFromItUntilTheReset) 
     QStringList saved;
     for (int i = 1; i < 5; ++i)
         saved << QStringLiteral("%1||%2").arg(i).arg(paths[i]);
-    const QString text = QString::fromUtf8(ReadAll(remain));
+    const QString text = QString::fromUtf8(ReadFile(remain));
     EXPECT_EQ(text, QStringLiteral("CURRENTIMAGEPATH\r\n") + paths[0] + "\r\n" + paths[0] +
                         "\r\n1.jpg\r\n 0 \r\nCURRENTRANDOMFOLDER\r\n\r\nREMAININGIMAGES\r\n" +
                         saved.join("\r\n") + "\r\n");
