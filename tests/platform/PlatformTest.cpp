@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(Seams, TheClockCanBeSetAndCountsWholeSeconds) {
+TEST(Seams, TheClockCanBeSetAndRandomNumbersFed) {
     platform::SetNow(QDateTime(QDate(2026, 3, 1), QTime(23, 59, 59, 900)));
     EXPECT_EQ(platform::Now().time(), QTime(23, 59, 59));
     EXPECT_NEAR(platform::SecondsSinceMidnight(), 86399.9, 1e-6);
@@ -13,9 +13,8 @@ TEST(Seams, TheClockCanBeSetAndCountsWholeSeconds) {
     EXPECT_EQ(platform::Today(), QDate(2026, 3, 2));
     platform::UseSystemClock();
     EXPECT_FALSE(platform::ClockIsSet());
-}
 
-TEST(Seams, FedRandomNumbersComeFirstThenGeneratedOnesStayInRange) {
+    // Fed random numbers come first, then generated ones stay in range.
     platform::FeedRandom({0.25, 0.999});
     EXPECT_EQ(platform::Rnd(), 0.25);
     EXPECT_EQ(platform::Rnd(), 0.999);

@@ -51,8 +51,7 @@ protected:
     }
     QByteArray Saved() {
         config->SavePrefs();
-        QFile f(config->PrefsFileName);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+        return ReadFile(config->PrefsFileName);
     }
     // A fresh form reading the file that is there now.
     void Reload() { config = ReloadConfig(); }

@@ -1,10 +1,11 @@
+#include "TestSupport.h"
 #include "prefs/MRegistry.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
+#include <QScopeGuard>
 #include <QSettings>
-#include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -18,52 +19,44 @@ protected:
     }
     void TearDown() override { QFile::remove(MRegistry::StorePath(kApp, section)); }
 
-    void WriteRaw(const QByteArray& ini) {
-        const QString path = MRegistry::StorePath(kApp, section);
-        QDir().mkpath(QFileInfo(path).absolutePath());
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(ini);
-    }
+    void WriteRaw(const QByteArray& ini) { PutFile(MRegistry::StorePath(kApp, section), ini); }
 
     const QString kApp = QStringLiteral("MarrowfieldTests");
     QString section;
 };
 
-std::uint32_t ErrorOf(const std::function<void()>& call) {
+// What a call raised, or {0, ""} when it raised nothing.
+using Raised = std::pair<std::uint32_t, QString>;
+Raised RaisedBy(const std::function<void()>& call) {
     try {
         call();
     } catch (const RegistryError& e) {
-        return e.number;
+        return {e.number, e.description};
     }
-    return 0;
+    return {0, QString()};
 }
 
 TEST_F(SettingsStore, EmptyNamesRaiseTheirOwnErrorsInOrder) {
-    EXPECT_EQ(ErrorOf([&] { MRegistry::SaveValue(QStringLiteral("  "), section, "k", "v"); }),
-              0x800403E8u);
-    EXPECT_EQ(ErrorOf([&] { MRegistry::ReadValue(kApp, QStringLiteral(" "), "k", "d"); }),
-              0x800403E9u);
-    EXPECT_EQ(ErrorOf([&] { MRegistry::ReadValue(kApp, section, QStringLiteral("\t"), "d"); }),
-              0x800403EAu);
+    const Raised app{0x800403E8u, QStringLiteral("AppName may not be empty")};
+    const Raised sec{0x800403E9u, QStringLiteral("Section may not be empty")};
+    const Raised key{0x800403EAu, QStringLiteral("Key may not be empty")};
+    EXPECT_EQ(RaisedBy([&] { MRegistry::SaveValue(QStringLiteral("  "), section, "k", "v"); }),
+              app);
+    EXPECT_EQ(RaisedBy([&] { MRegistry::ReadValue(kApp, QStringLiteral(" "), "k", "d"); }), sec);
+    EXPECT_EQ(RaisedBy([&] { MRegistry::ReadValue(kApp, section, QStringLiteral("\t"), "d"); }),
+              key);
     // AppName is tested first even when everything is empty.
-    EXPECT_EQ(ErrorOf([&] { MRegistry::SaveValue(QString(), QString(), QString(), "v"); }),
-              0x800403E8u);
-    try {
-        MRegistry::SaveValue(kApp, QString(), QStringLiteral("k"), QStringLiteral("v"));
-        FAIL();
-    } catch (const RegistryError& e) {
-        EXPECT_EQ(e.description, QStringLiteral("Section may not be empty"));
-    }
-    try {
-        MRegistry::ReadValue(kApp, section, QString(), QString());
-        FAIL();
-    } catch (const RegistryError& e) {
-        EXPECT_EQ(e.description, QStringLiteral("Key may not be empty"));
-    }
+    EXPECT_EQ(RaisedBy([&] { MRegistry::SaveValue(QString(), QString(), QString(), "v"); }), app);
+    EXPECT_EQ(RaisedBy([&] { MRegistry::SaveValue(kApp, QString(), "k", "v"); }), sec);
+    EXPECT_EQ(RaisedBy([&] { MRegistry::ReadValue(kApp, section, QString(), QString()); }), key);
 }
 
-TEST_F(SettingsStore, ValuesRoundTripAndNamesAreTrimmedButNotTheKey) {
+// Names are trimmed but the key is not; an absent key reads as the default and is not made.
+TEST_F(SettingsStore, ValuesRoundTripAndAbsentKeysAreNotMade) {
+    const QString path = MRegistry::StorePath(kApp, section);
+    EXPECT_EQ(MRegistry::ReadValue(kApp, section, QStringLiteral("Key One"), "dflt"),
+              QStringLiteral("dflt"));
+    EXPECT_FALSE(QFile::exists(path));
     MRegistry::SaveValue(QStringLiteral(" ") + kApp + " ", " " + section, QStringLiteral("Key One"),
                          QStringLiteral("  spaced value  "));
     bool found = false;
@@ -73,47 +66,31 @@ TEST_F(SettingsStore, ValuesRoundTripAndNamesAreTrimmedButNotTheKey) {
     EXPECT_EQ(MRegistry::ReadValue(kApp, section, QStringLiteral("Key one"), "d", &found),
               QStringLiteral("d"));
     EXPECT_FALSE(found);
+    EXPECT_FALSE(QSettings(path, QSettings::IniFormat).contains(QStringLiteral("Key one")));
 }
 
-TEST_F(SettingsStore, ReadingAnAbsentKeyCreatesNothing) {
-    const QString path = MRegistry::StorePath(kApp, section);
-    EXPECT_EQ(
-        MRegistry::ReadValue(kApp, section, QStringLiteral("nothing"), QStringLiteral("dflt")),
-        QStringLiteral("dflt"));
-    EXPECT_FALSE(QFile::exists(path));
-    MRegistry::SaveValue(kApp, section, QStringLiteral("other"), QStringLiteral("1"));
-    EXPECT_EQ(
-        MRegistry::ReadValue(kApp, section, QStringLiteral("nothing"), QStringLiteral("dflt")),
-        QStringLiteral("dflt"));
-    QSettings check(path, QSettings::IniFormat);
-    EXPECT_FALSE(check.contains(QStringLiteral("nothing")));
-}
-
-TEST_F(SettingsStore, AValueThatIsNotTextRaisesAndTheWrapperAnswersTheDefault) {
+// A value that is not text raises, and so does a store that cannot be written.
+TEST_F(SettingsStore, StoreErrorsRaise) {
     WriteRaw("[General]\nxFadeStepTime=0.1, 0.2\nanInt=@Variant(\\0\\0\\0\\x2\\0\\0\\0\\x5)\n");
-    try {
-        MRegistry::ReadValue(kApp, section, QStringLiteral("xFadeStepTime"), QStringLiteral("0.1"));
-        FAIL();
-    } catch (const RegistryError& e) {
-        EXPECT_EQ(e.description, QStringLiteral("Registry data not a string"));
-        EXPECT_EQ(e.number, 0x80040000u + 2000 + 7);
-    }
-    EXPECT_EQ(ErrorOf([&] { MRegistry::ReadValue(kApp, section, QStringLiteral("anInt"), "0"); }),
-              0x80040000u + 2000 + 4);
+    EXPECT_EQ(RaisedBy([&] {
+                  MRegistry::ReadValue(kApp, section, QStringLiteral("xFadeStepTime"), "0.1");
+              }),
+              Raised(0x80040000u + 2000 + 7, QStringLiteral("Registry data not a string")));
+    EXPECT_EQ(
+        RaisedBy([&] { MRegistry::ReadValue(kApp, section, QStringLiteral("anInt"), "0"); }).first,
+        0x80040000u + 2000 + 4);
+
+    const QString path = MRegistry::StorePath(kApp, section);
+    QFile::remove(path);
+    ASSERT_TRUE(QDir().mkpath(path)); // a folder where the file should be
+    EXPECT_THROW(MRegistry::SaveValue(kApp, section, QStringLiteral("k"), QStringLiteral("v")),
+                 RegistryError);
+    QDir(path).removeRecursively();
 }
 
-// The program's own wrappers work on the program's own place in the store.
-class ProgramSettings : public ::testing::Test {
-protected:
-    void TearDown() override {
-        QSettings s(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Marrowfield"),
-                    QStringLiteral("Tessaview"));
-        s.remove(QStringLiteral("probe"));
-        s.sync();
-    }
-};
-
-TEST_F(ProgramSettings, StoredValuesComeBackTrimmedButDefaultsExactlyAsGiven) {
+// The program's own wrappers work on the program's own place in the store, and never raise.
+TEST(ProgramSettings, StoredValuesComeBackTrimmedDefaultsExactlyAsGivenAndNothingRaises) {
+    const auto forget = qScopeGuard([] { ForgetSetting(QStringLiteral("probe")); });
     EXPECT_EQ(GetSetting(QStringLiteral("probe"), QStringLiteral("  0.1  ")),
               QStringLiteral("  0.1  "));
     SaveSetting(QStringLiteral("probe"), QStringLiteral("  /srv/photos   "));
@@ -122,28 +99,14 @@ TEST_F(ProgramSettings, StoredValuesComeBackTrimmedButDefaultsExactlyAsGiven) {
     // An empty stored value is a value, not an absence.
     SaveSetting(QStringLiteral("probe"), QString());
     EXPECT_EQ(GetSetting(QStringLiteral("probe"), QStringLiteral("0.1")), QString());
-}
 
-TEST_F(ProgramSettings, WrappersNeverRaise) {
     EXPECT_EQ(GetSetting(QString(), QStringLiteral(" dflt ")), QStringLiteral(" dflt "));
     EXPECT_NO_THROW(SaveSetting(QString(), QStringLiteral("v")));
-    SaveSetting(QStringLiteral("probe"), QStringLiteral("a"));
     QSettings raw(MRegistry::StorePath(QStringLiteral("Marrowfield"), QStringLiteral("Tessaview")),
                   QSettings::IniFormat);
     raw.setValue(QStringLiteral("probe"), QStringList{QStringLiteral("1"), QStringLiteral("2")});
     raw.sync();
     EXPECT_EQ(GetSetting(QStringLiteral("probe"), QStringLiteral("0.1")), QStringLiteral("0.1"));
-}
-
-TEST_F(ProgramSettings, AStoreThatCannotBeWrittenIsPassedOverQuietly) {
-    const QString path =
-        MRegistry::StorePath(QStringLiteral("MarrowfieldBlocked"), QStringLiteral("Tessaview"));
-    QDir().mkpath(path); // a folder where the file should be
-    EXPECT_THROW(MRegistry::SaveValue(QStringLiteral("MarrowfieldBlocked"),
-                                      QStringLiteral("Tessaview"), QStringLiteral("k"),
-                                      QStringLiteral("v")),
-                 RegistryError);
-    QDir(path).removeRecursively();
 }
 
 } // namespace
