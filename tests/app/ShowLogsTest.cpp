@@ -92,7 +92,7 @@ TEST_F(ShowLogs, MemoryLogEndsWithTheShowTheDebugLogWithTheFormWhoseNextReplaces
     EXPECT_TRUE(text.contains("second show"));
 }
 
-TEST_F(ShowLogs, FrameChangeLogsMemoryInUse) {
+TEST_F(ShowLogs, FrameChangeLogsMemoryInUseInAWindowItsLabelCloses) {
     frmSlideShow* show = frmSlideShow::instance();
     show->StartShow();
     show->OpenDebugLog();
@@ -107,12 +107,8 @@ TEST_F(ShowLogs, FrameChangeLogsMemoryInUse) {
     EXPECT_TRUE(ok);
     const QRegularExpression logged(QStringLiteral("^Memory Page Size before PrepNextFrame : .*,"));
     EXPECT_FALSE(LogLines(show).filter(logged).isEmpty());
-}
 
-TEST_F(ShowLogs, CloseLabelHidesTheDebugWindow) {
-    frmSlideShow* show = frmSlideShow::instance();
-    show->StartShow();
-    show->OpenDebugLog();
+    // D shows the log's window; its label closes it without ending the show.
     show->KeyTrap(68);
     EXPECT_TRUE(show->picDeBug->isVisibleTo(show));
     show->lblCloseDebugWindow_Click();

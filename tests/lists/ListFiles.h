@@ -90,8 +90,5 @@ inline QList<int> Tags(const TaggedStringList& list) {
 }
 
 inline int LogCount(frmSlideShow* show, const QString& text) {
-    int n = 0;
-    for (int i = 0; i < show->lstDebug->count(); ++i)
-        if (show->lstDebug->item(i)->text() == text) ++n;
-    return n;
+    return static_cast<int>(LogLines(show).count(text));
 }

@@ -403,23 +403,21 @@ TEST_F(ShowSettings, TheDebugLogHoldsTheValuesReadInOrder) {
     const char* const expected[] = {
         "============================", "Reading in prefs from Config form...", "InstallPath is %1",
         "  Image Interval 7 s ", "  Crossfade Time 2.5 s ",
-        "  Last xFadeStepTime (tuned hopefully) = 0.1",
-        "  Random Images  = True", "  Random Folders = True", "  Current Random Folder > ",
-        "  Use Keyword = True  (snow)",
+        "  Last xFadeStepTime (tuned hopefully) = 0.1", "  Random Images  = True",
+        "  Random Folders = True", "  Current Random Folder > ", "  Use Keyword = True  (snow)",
         "  UseBackgroundImage = True", "  > /pictures/bg.jpg", "  TileBackgroundimage = False",
-        "  RandomBGImage = False (3 frames)",
-        "  Scroll Panos = True", "     Min pano ratio is 0.7", "  ForceVertical = True",
-        "  Show Captions = True", "  Caption 0 Position 2", "  Caption 1 Position 6",
-        "  DSCFilterON = False", "     show foldername = False",
+        "  RandomBGImage = False (3 frames)", "  Scroll Panos = True", "     Min pano ratio is 0.7",
+        "  ForceVertical = True", "  Show Captions = True", "  Caption 0 Position 2",
+        "  Caption 1 Position 6", "  DSCFilterON = False", "     show foldername = False",
         "  MultiMonitors = True", "  MultiMon image per screen = False", "  use min height = False",
         "  Use Normal Layout = True", "  Stacked Images = False",
         "                   Stop Stack If Pano is True", "  FourUp = False",
         " Layout Display Percentages : ", "        Layout 0 = 100 % ",
-        "        Layout 0  = 0 to 100",
-        "  Use Image Masks = True", "  Random = True", "  Shadows = True  distance = 12",
-        "Playsound False", "RandomSound True", "SoundPath = /sounds/ding.wav",
-        "Night Mode .... enabled = True", "      start zone = 10", "        end zone = 20",
-        "     monitor off = False", " Night mode zones : ", "Initialization ... "};
+        "        Layout 0  = 0 to 100", "  Use Image Masks = True", "  Random = True",
+        "  Shadows = True  distance = 12", "Playsound False", "RandomSound True",
+        "SoundPath = /sounds/ding.wav", "Night Mode .... enabled = True", "      start zone = 10",
+        "        end zone = 20", "     monitor off = False", " Night mode zones : ",
+        "Initialization ... "};
     // clang-format on
     qsizetype at = 0;
     for (const char* text : expected) {
