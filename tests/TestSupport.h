@@ -17,6 +17,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtEndian>
@@ -58,6 +59,20 @@ inline void PutFile(const QString& path, const QByteArray& content) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
     file.write(content);
+}
+
+// PutFile for a test that goes on to use the file's path.
+inline QString Written(const QString& path, const QByteArray& content) {
+    PutFile(path, content);
+    return path;
+}
+
+// A picture of one colour.
+inline QImage Solid(QSize size, const QColor& colour,
+                    QImage::Format format = QImage::Format_RGB32) {
+    QImage image(size, format);
+    image.fill(colour);
+    return image;
 }
 
 // The lines of a show's on-screen log, for tests that look for what it wrote.

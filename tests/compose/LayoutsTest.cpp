@@ -1,22 +1,13 @@
 #include "TestSupport.h"
 
-#include <QBuffer>
-#include <QImage>
-
 namespace {
 
-class Layouts : public FormsFixture {
+class Layouts : public ShowOnScreenFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
-        // The fades here need no pace: no sleeps between their steps.
-        show->xFadeStepTime = 100.0f;
-        QImage picture(64, 48, QImage::Format_RGB32);
-        picture.fill(Qt::darkYellow);
+        ShowOnScreenFixture::SetUp();
         photo = install.filePath(QStringLiteral("p.jpg"));
-        picture.save(photo, "JPEG");
+        ASSERT_TRUE(Solid({64, 48}, Qt::darkYellow).save(photo, "JPEG"));
     }
     void Queue(int n) {
         show->ShowList.clear();
@@ -26,7 +17,6 @@ protected:
             show->CaptionsList.add(QString(), i);
         }
     }
-    frmSlideShow* show = nullptr;
     QString photo;
 };
 

@@ -3,8 +3,6 @@
 #include "compose/FrameImage.h"
 
 #include <QBuffer>
-#include <QDir>
-#include <QImage>
 
 namespace {
 
@@ -17,19 +15,13 @@ protected:
         show->OpenDebugLog();
     }
     QString Write(const QString& name, const QByteArray& bytes) {
-        const QString path = install.filePath(name);
-        QFile f(path);
-        f.open(QIODevice::WriteOnly);
-        f.write(bytes);
-        return path;
+        return Written(install.filePath(name), bytes);
     }
     static QByteArray Jpeg(QSize size) {
-        QImage picture(size, QImage::Format_RGB32);
-        picture.fill(Qt::darkCyan);
         QByteArray bytes;
         QBuffer buffer(&bytes);
         buffer.open(QIODevice::WriteOnly);
-        picture.save(&buffer, "JPEG", 90);
+        Solid(size, Qt::darkCyan).save(&buffer, "JPEG", 90);
         return bytes;
     }
     // The head of the list composed as a Normal frame: whether a frame came of it, and what the
@@ -42,9 +34,7 @@ protected:
         show->NextImageReady = false;
         show->lstDebug->clear();
         show->AssembleCanvas(0);
-        if (log)
-            for (int i = 0; i < show->lstDebug->count(); ++i)
-                *log << show->lstDebug->item(i)->text();
+        if (log) *log = LogLines(show);
         return show->NextImageReady;
     }
     frmSlideShow* show = nullptr;
