@@ -2,10 +2,7 @@
 
 #include "night_sound/AudioPlayers.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <functional>
 #include <limits>
 
@@ -25,11 +22,7 @@ protected:
     }
 
     QString Make(const QString& name, const QByteArray& content) {
-        const QString path = folder.filePath(name);
-        QFile f(path);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(content);
-        return path;
+        return Written(folder.filePath(name), content);
     }
     QString Wav(int milliseconds) {
         return Make(QStringLiteral("%1ms.wav").arg(milliseconds), SilentWav(milliseconds));
@@ -141,27 +134,22 @@ TEST_F(AudioPlayers, FilesThatCannotBePlayedFailWithinTheWaitAndLeaveThePlayerEm
     QByteArray noise(4096, '\0');
     for (int i = 0; i < noise.size(); ++i)
         noise[i] = static_cast<char>((i * 7919) % 251);
-    const QByteArray truncated = SilentWav(500).left(30);
-    struct Case {
-        const char* name;
-        QString path;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, QString> cases[] = {
         {"text named wav", Make(QStringLiteral("note.wav"), "only some text in a wav's name\n")},
         {"noise named ogg", Make(QStringLiteral("noise.ogg"), noise)},
-        {"header cut short", Make(QStringLiteral("cut.wav"), truncated)},
+        {"header cut short", Make(QStringLiteral("cut.wav"), SilentWav(500).left(30))},
         {"empty file", Make(QStringLiteral("empty.wav"), QByteArray())},
         {"missing file", folder.filePath(QStringLiteral("gone.wav"))},
         {"folder", folder.path()},
         {"no name", QString()},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [name, path] : cases) {
+        SCOPED_TRACE(name);
         // A good file first, so that a failed load is seen to empty the player.
         ASSERT_TRUE(LoadPlayer(0, Wav(400)));
         QElapsedTimer clock;
         clock.start();
-        EXPECT_FALSE(LoadPlayer(0, c.path));
+        EXPECT_FALSE(LoadPlayer(0, path));
         EXPECT_LT(clock.elapsed(), kLoadLimitMs);
         EXPECT_FALSE(PlayerLoaded(0));
         EXPECT_EQ(GetPlayerDuration(0), 0);

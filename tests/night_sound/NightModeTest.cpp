@@ -82,11 +82,7 @@ protected:
         show->MainTimer_Timer();
     }
     // The last line of the log with that text.
-    int LogLine(const QString& text) const {
-        for (int i = show->lstDebug->count() - 1; i >= 0; --i)
-            if (show->lstDebug->item(i)->text() == text) return i;
-        return -1;
-    }
+    int LogLine(const QString& text) const { return LogLines(show).lastIndexOf(text); }
     void ExpectNight() const {
         EXPECT_TRUE(show->NightOn);
         EXPECT_FALSE(show->NightFadeBusy);

@@ -5,25 +5,12 @@
 #include "night_sound/AudioPlayers.h"
 #include "night_sound/SoundMusic.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
-#include <QListWidget>
 #include <functional>
 
 namespace {
 
 using modDirectShow::PlayerLoaded;
-
-// Writes the file, making its folder first.
-QString WriteFile(const QString& path, const QByteArray& content) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(content);
-    return path;
-}
 
 TEST(FolderMusicDraw, RoundsToTheNearestSoThatTheEndTracksHaveHalfTheChance) {
     struct Case {
@@ -48,26 +35,18 @@ protected:
     }
 
     QString Make(const QString& relative, const QByteArray& content = SilentWav(1500)) {
-        return WriteFile(install.filePath(relative), content);
+        return Written(install.filePath(relative), content);
     }
     QString Folder(const QString& relative) const { return install.filePath(relative) + '/'; }
 
-    QStringList LogFrom(int first) const {
-        QStringList lines;
-        for (int i = first; i < show->lstDebug->count(); ++i)
-            lines << show->lstDebug->item(i)->text();
-        return lines;
-    }
     // One change of frame to that image, as ChangePhotos makes it; what it logged.
     QStringList Change(const QString& image) {
         const int first = show->lstDebug->count();
         show->ShowList.add(image);
         show->CaptionsList.add(QString());
-        QImage picture(8, 8, QImage::Format_RGB32);
-        picture.fill(Qt::gray);
-        dib::Dib canvas(dib::ImageToDib(picture));
+        dib::Dib canvas(dib::ImageToDib(Solid({8, 8}, Qt::gray)));
         show->NewCrossfade(canvas, 0, 0, 8, 8, 0, 0, 0, 1.0);
-        return LogFrom(first);
+        return LogLines(show).mid(first);
     }
     // Plays the player's song out from just before its end; false if it never gets there.
     static bool SongEnds(std::int16_t player) {
@@ -116,7 +95,7 @@ TEST_F(SoundMusic, APlaylistQueuesTheTracksItNamesThatCanBeFound) {
     show->MusicPlaylist = Make(QStringLiteral("Music/list.m3u8"), text);
     show->LoadMusicPlaylist();
     EXPECT_EQ(show->lstMusicPlayList, expected);
-    EXPECT_TRUE(LogFrom(0).contains(QStringLiteral("5 tracks) ")));
+    EXPECT_TRUE(LogLines(show).contains(QStringLiteral("5 tracks) ")));
 }
 
 TEST_F(SoundMusic, EachTrackOfThePlaylistPlaysOnceBeforeItIsReadAgain) {
@@ -134,7 +113,7 @@ TEST_F(SoundMusic, EachTrackOfThePlaylistPlaysOnceBeforeItIsReadAgain) {
         picked << track;
     }
     EXPECT_EQ(picked, QStringList({tracks[2], tracks[0], tracks[1], tracks[1]}));
-    EXPECT_EQ(LogFrom(0).filter(QStringLiteral("LoadMusicPlaylist : ")).size(), 2);
+    EXPECT_EQ(LogLines(show).filter(QStringLiteral("LoadMusicPlaylist : ")).size(), 2);
 
     show->MusicPlaylist = install.filePath(QStringLiteral("none.m3u"));
     show->lstMusicPlayList.clear();
@@ -243,7 +222,7 @@ TEST_F(SoundShow, ASoundPlaysAtEachChangeAfterTheStartAndNoneDuringIt) {
         const bool audio = row.content.startsWith("RIFF") && row.content.size() > 100;
         SCOPED_TRACE(testing::Message() << "random " << row.random << ", audio " << audio);
         const QString chime =
-            WriteFile(install.filePath(QStringLiteral("Sounds/chime.wav")), row.content);
+            Written(install.filePath(QStringLiteral("Sounds/chime.wav")), row.content);
         const QString unable = QStringLiteral("Unable to load random sound file, ") + chime;
         frmConfig* config = ReloadConfig();
         config->chkDebug->setChecked(true);
@@ -272,7 +251,7 @@ TEST_F(SoundShow, ASoundPlaysAtEachChangeAfterTheStartAndNoneDuringIt) {
 TEST_F(SoundShow, ThePanelBrowsesForFilesAndPlaysTheChosenOrARandomSound) {
     frmConfig* config = frmConfig::instance();
     const QString specific =
-        WriteFile(install.filePath(QStringLiteral("Sounds/chime.wav")), SilentWav(2000));
+        Written(install.filePath(QStringLiteral("Sounds/chime.wav")), SilentWav(2000));
     const QString playlist = install.filePath(QStringLiteral("list.m3u8"));
 
     config->chkPlaySound->setChecked(false);

@@ -128,14 +128,11 @@ constexpr const char* TwoScreensVariable = "TESSAVIEW_TWO_SCREENS";
 TEST(MonitorsTwoScreens, ShowSpansBothScreensOfTheDesktop) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
-    const QString config = dir.path() + QStringLiteral("/screens.json");
-    QFile file(config);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(
+    const QString config = Written(
+        dir.path() + QStringLiteral("/screens.json"),
         R"({"screens":[)"
         R"({"name":"A","x":0,"y":0,"width":1024,"height":768,"logicalDpi":96,"logicalBpi":96,"dpr":1},)"
         R"({"name":"B","x":-800,"y":100,"width":800,"height":600,"logicalDpi":96,"logicalBpi":96,"dpr":1}]})");
-    file.close();
 
     QProcess child;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
