@@ -93,18 +93,14 @@ TEST_F(Layouts, FourUpCornersFollowTheNumberOfImages) {
 TEST_F(Layouts, TheLayoutDrawFollowsTheBands) {
     show->LayoutRange = {50.0f, 80.0f, 100.0f};
     show->MaxStackedImages = 1;
-    struct Row {
-        double draw;
-        int layout;
-    };
-    for (const Row& r : {Row{0.50, 0}, Row{0.51, 1}, Row{0.80, 1}, Row{0.81, 2}}) {
+    for (const auto& [draw, layout] : {std::pair{0.50, 0}, {0.51, 1}, {0.80, 1}, {0.81, 2}}) {
         Queue(4);
         show->StackInProgress = false;
         show->FourUpInProgress = false;
         platform::ClearRandomFeed();
-        platform::FeedRandom({r.draw, 0.0, 0.0, 0.0, 0.0, 0.0});
+        platform::FeedRandom({draw, 0.0, 0.0, 0.0, 0.0, 0.0});
         show->PrepNextFrame();
-        EXPECT_EQ(show->Layout, r.layout) << r.draw;
+        EXPECT_EQ(show->Layout, layout) << draw;
     }
 }
 

@@ -52,11 +52,7 @@ TEST_F(Loading, BadFilesArePassedOverWithTheirLogLines) {
         huge[sof + i] = static_cast<char>(0xC3);
         huge[sof + i + 1] = static_cast<char>(0x50); // 50000
     }
-    struct Row {
-        QString path;
-        const char* line;
-    };
-    const Row rows[] = {
+    const std::pair<QString, const char*> rows[] = {
         {Write(QStringLiteral("cut.jpg"), good.left(good.size() / 2)),
          "LoadIntoDIB Error - could not get DIB"},
         {Write(QStringLiteral("words.jpg"), "this is a letter, not a photograph"),
@@ -67,11 +63,11 @@ TEST_F(Loading, BadFilesArePassedOverWithTheirLogLines) {
         {Write(QStringLiteral("huge.jpg"), huge),
          "LoadIntoDIB Error - the image is too large (50000 x 50000)"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.path.toStdString());
+    for (const auto& [path, line] : rows) {
+        SCOPED_TRACE(path.toStdString());
         QStringList log;
-        EXPECT_FALSE(Compose(row.path, &log));
-        EXPECT_TRUE(log.contains(QString::fromLatin1(row.line))) << log.join('\n').toStdString();
+        EXPECT_FALSE(Compose(path, &log));
+        EXPECT_TRUE(log.contains(QString::fromLatin1(line))) << log.join('\n').toStdString();
     }
     EXPECT_TRUE(Compose(Write(QStringLiteral("good.jpg"), good)));
 }

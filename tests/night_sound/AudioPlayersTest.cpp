@@ -43,21 +43,18 @@ protected:
 };
 
 TEST(AudioVolume, TheScaleMapsOntoFortyDecibels) {
-    struct Case {
-        std::int32_t volume, platform;
-        double gain;
-    };
-    const Case cases[] = {
+    // The show's volume, the player's level in hundredths of a decibel, the gain.
+    const std::tuple<std::int32_t, std::int32_t, double> cases[] = {
         {1000, 0, 1.0},    {0, -4000, 0.01},       {850, -600, 0.501187},
         {500, -2000, 0.1}, {750, -1000, 0.316228},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.volume);
-        EXPECT_EQ(VolumeToPlatform(c.volume), c.platform);
-        EXPECT_EQ(VolumeFromPlatform(c.platform), c.volume);
-        EXPECT_NEAR(PlatformToGain(c.platform), c.gain, 1e-6);
+    for (const auto& [volume, level, gain] : cases) {
+        SCOPED_TRACE(volume);
+        EXPECT_EQ(VolumeToPlatform(volume), level);
+        EXPECT_EQ(VolumeFromPlatform(level), volume);
+        EXPECT_NEAR(PlatformToGain(level), gain, 1e-6);
         // The output keeps its gain in single precision.
-        EXPECT_EQ(GainToPlatform(static_cast<float>(c.gain)), c.platform);
+        EXPECT_EQ(GainToPlatform(static_cast<float>(gain)), level);
     }
     // Levels between the scale's steps come back as whole numbers.
     EXPECT_EQ(VolumeFromPlatform(-601), 850);

@@ -13,18 +13,14 @@ namespace {
 using modDirectShow::PlayerLoaded;
 
 TEST(FolderMusicDraw, RoundsToTheNearestSoThatTheEndTracksHaveHalfTheChance) {
-    struct Case {
-        int count;
-        double rnd;
-        int index;
-    };
-    const Case cases[] = {
+    // Tracks in the folder, the draw, the track chosen.
+    const std::tuple<int, double, int> cases[] = {
         {5, 0.0, 0},   {5, 0.124, 0}, {5, 0.125, 0}, {5, 0.126, 1}, {5, 0.15, 1},
         {5, 0.375, 2}, {5, 0.625, 2}, {5, 0.874, 3}, {5, 0.875, 4}, {5, 0.999, 4},
         {2, 0.49, 0},  {2, 0.51, 1},  {1, 0.99, 0},  {0, 0.2, 0},   {0, 0.9, 0},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(sound::FolderMusicIndex(c.count, c.rnd), c.index) << c.count << " " << c.rnd;
+    for (const auto& [count, rnd, index] : cases)
+        EXPECT_EQ(sound::FolderMusicIndex(count, rnd), index) << count << " " << rnd;
 }
 
 class SoundMusic : public ShowOnScreenFixture {
@@ -67,11 +63,8 @@ TEST_F(SoundMusic, APlaylistQueuesTheTracksItNamesThatCanBeFound) {
     const QString elsewhere = Make(QStringLiteral("Elsewhere/c.wav"));
     const QString accented = Make(QStringLiteral("Music/Été.wav"));
     const QString plain = Make(QStringLiteral("Music/a.wav"));
-    struct Line {
-        QString text;
-        QString track; // empty: the line gives none
-    };
-    const Line lines[] = {
+    // Each line, and the track it gives (none when empty).
+    const std::pair<QString, QString> lines[] = {
         {QString::fromUtf8("\xEF\xBB\xBF") + QStringLiteral("a.wav"), plain},
         {QStringLiteral("#EXTM3U"), {}},
         {QStringLiteral("#EXTINF:12,Artist - Title"), {}},
@@ -88,9 +81,9 @@ TEST_F(SoundMusic, APlaylistQueuesTheTracksItNamesThatCanBeFound) {
     };
     QByteArray text;
     QStringList expected;
-    for (const Line& line : lines) {
-        text += line.text.toUtf8() + "\r\n";
-        if (!line.track.isEmpty()) expected << line.track;
+    for (const auto& [line, track] : lines) {
+        text += line.toUtf8() + "\r\n";
+        if (!track.isEmpty()) expected << track;
     }
     show->MusicPlaylist = Make(QStringLiteral("Music/list.m3u8"), text);
     show->LoadMusicPlaylist();
