@@ -124,9 +124,10 @@ TEST_F(NightShow, GoesDarkInANightZoneAndWakesInTheFirstDayZone) {
     ExpectDay();
     EXPECT_EQ(show->FrameCounter, frames + 1);
     EXPECT_TRUE(show->MainTimer->Enabled());
-    EXPECT_LT(LogLine(QStringLiteral("Turning the monitors on: not on an X display, nothing "
-                                     "to switch")),
-              LogLine(QStringLiteral("CHANGE PHOTOS /\\/\\/\\/\\/\\/\\/\\ ")));
+    // The monitors come on before the morning's first change.
+    const int on = LogLine("Turning the monitors on: not on an X display, nothing to switch");
+    EXPECT_GE(on, 0);
+    EXPECT_LT(on, LogLine(QStringLiteral("CHANGE PHOTOS /\\/\\/\\/\\/\\/\\/\\ ")));
 }
 
 TEST_F(NightShow, AShowStartedAtNightPreparesItsFirstFrameAfterTheFade) {
