@@ -147,17 +147,25 @@ protected:
     std::vector<platform::MsgBoxCall> messages;
 };
 
-// A show form laid out on the screens, as a show has it before its first frame; its fades do
-// not sleep between their steps (the step time is longer than any fade).
-class ShowOnScreenFixture : public FormsFixture {
+// A show form with its settings read, as a show has it at its start.
+class ShowFixture : public FormsFixture {
 protected:
     void SetUp() override {
         FormsFixture::SetUp();
         show = frmSlideShow::instance();
         show->Initialize();
+    }
+    frmSlideShow* show = nullptr;
+};
+
+// A show form laid out on the screens, as a show has it before its first frame; its fades do
+// not sleep between their steps (the step time is longer than any fade).
+class ShowOnScreenFixture : public ShowFixture {
+protected:
+    void SetUp() override {
+        ShowFixture::SetUp();
         show->GetScreenSize();
         show->PrepScreen();
         show->xFadeStepTime = 100.0f;
     }
-    frmSlideShow* show = nullptr;
 };

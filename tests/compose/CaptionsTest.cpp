@@ -157,12 +157,10 @@ TEST(CaptionGeometry, LabelsStackInTheBox) {
 }
 
 // The caption toggle and ChangePhotos call UpdateCaption on a form with a frame on screen.
-class CaptionsForm : public FormsFixture {
+class CaptionsForm : public ShowFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
+        ShowFixture::SetUp();
         show->resize(1200, 800);
         show->MonitorLeft[1] = 100;
         show->MonitorTop[1] = 50;
@@ -197,7 +195,6 @@ protected:
         auto* label = show->findChild<QLabel*>(QStringLiteral("%1(%2)").arg(name).arg(block));
         return label && !label->isHidden() ? label->text() : QStringLiteral("<hidden>");
     }
-    frmSlideShow* show = nullptr;
     QString photo;
 };
 

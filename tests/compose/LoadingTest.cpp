@@ -6,12 +6,10 @@
 
 namespace {
 
-class Loading : public FormsFixture {
+class Loading : public ShowFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
+        ShowFixture::SetUp();
         show->OpenDebugLog();
     }
     QString Write(const QString& name, const QByteArray& bytes) {
@@ -37,7 +35,6 @@ protected:
         if (log) *log = LogLines(show);
         return show->NextImageReady;
     }
-    frmSlideShow* show = nullptr;
 };
 
 // A picture that cannot be shown costs that picture only: no frame, a line in the log, and the

@@ -201,12 +201,10 @@ TEST(Tiling, PiecesAreCutAtTheCanvasEdges) {
     // clang-format on
 }
 
-class MasksShadows : public FormsFixture {
+class MasksShadows : public ShowFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
+        ShowFixture::SetUp();
         show->OpenDebugLog();
     }
     // A picture of one colour with a mark in its top left corner, saved under the install folder.
@@ -220,7 +218,6 @@ protected:
     static QColor At(const dib::Dib& canvas, int x, int y) {
         return dib::DibToImage(canvas.get()).pixelColor(x, y);
     }
-    frmSlideShow* show = nullptr;
 };
 
 // The canvas is tiled from its top left; a piece cut at the edge shows the tile's own corner
