@@ -61,20 +61,6 @@ inline void PutFile(const QString& path, const QByteArray& content) {
     file.write(content);
 }
 
-// PutFile for a test that goes on to use the file's path.
-inline QString Written(const QString& path, const QByteArray& content) {
-    PutFile(path, content);
-    return path;
-}
-
-// A picture of one colour.
-inline QImage Solid(QSize size, const QColor& colour,
-                    QImage::Format format = QImage::Format_RGB32) {
-    QImage image(size, format);
-    image.fill(colour);
-    return image;
-}
-
 // The lines of a show's on-screen log, for tests that look for what it wrote.
 inline QStringList LogLines(const frmSlideShow* show) {
     QStringList lines;
@@ -89,6 +75,20 @@ inline void ForgetSetting(const QString& key) {
                     QStringLiteral("Tessaview"));
     store.remove(key);
     store.sync();
+}
+
+// PutFile for a test that goes on to use the file's path.
+inline QString Written(const QString& path, const QByteArray& content) {
+    PutFile(path, content);
+    return path;
+}
+
+// A picture of one colour.
+inline QImage Solid(QSize size, const QColor& colour,
+                    QImage::Format format = QImage::Format_RGB32) {
+    QImage image(size, format);
+    image.fill(colour);
+    return image;
 }
 
 // A fresh program state around each test that touches the forms: an install folder of its
