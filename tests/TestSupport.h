@@ -17,6 +17,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtEndian>
@@ -82,6 +83,20 @@ inline void ForgetSetting(const QString& key) {
     store.sync();
 }
 
+// PutFile for a test that goes on to use the file's path.
+inline QString Written(const QString& path, const QByteArray& content) {
+    PutFile(path, content);
+    return path;
+}
+
+// A picture of one colour.
+inline QImage Solid(QSize size, const QColor& colour,
+                    QImage::Format format = QImage::Format_RGB32) {
+    QImage image(size, format);
+    image.fill(colour);
+    return image;
+}
+
 // A fresh program state around each test that touches the forms: an install folder of its
 // own, a set clock, no real dialogs, and every form unloaded afterwards.
 class FormsFixture : public ::testing::Test {
@@ -138,17 +153,25 @@ protected:
     std::vector<platform::MsgBoxCall> messages;
 };
 
-// A show form laid out on the screens, as a show has it before its first frame; its fades do
-// not sleep between their steps (the step time is longer than any fade).
-class ShowOnScreenFixture : public FormsFixture {
+// A show form with its settings read, as a show has it at its start.
+class ShowFixture : public FormsFixture {
 protected:
     void SetUp() override {
         FormsFixture::SetUp();
         show = frmSlideShow::instance();
         show->Initialize();
+    }
+    frmSlideShow* show = nullptr;
+};
+
+// A show form laid out on the screens, as a show has it before its first frame; its fades do
+// not sleep between their steps (the step time is longer than any fade).
+class ShowOnScreenFixture : public ShowFixture {
+protected:
+    void SetUp() override {
+        ShowFixture::SetUp();
         show->GetScreenSize();
         show->PrepScreen();
         show->xFadeStepTime = 100.0f;
     }
-    frmSlideShow* show = nullptr;
 };

@@ -3,38 +3,30 @@
 
 #include <QDir>
 #include <QFontDatabase>
-#include <QImage>
 
 namespace {
 
 using namespace captions;
 
 TEST(CaptionText, NameAndFolderItems) {
-    struct Row {
-        ItemSource in;
-        CaptionItems out; // name and folder items only
-    };
-    const Row rows[] = {
+    // The items out: name, full name, folder, full folder.
+    const std::pair<ItemSource, QStringList> rows[] = {
         // A list title stands for both names, whatever the extension setting.
         {{"/p/a/x.jpg", "/p/a/x.jpg", "Trips", true, "Harbour at dusk", false},
-         {"Harbour at dusk", "Harbour at dusk", "in folder Trips", "/p/a/", {}, {}, {}}},
+         {"Harbour at dusk", "Harbour at dusk", "in folder Trips", "/p/a/"}},
         // Always four characters go, however long the extension.
         {{"/p/a/photo.jpeg", "/p/a/photo.jpeg", "Trips", false, {}, false},
-         {"photo.", "/p/a/photo.", "in folder Trips", "/p/a/", {}, {}, {}}},
+         {"photo.", "/p/a/photo.", "in folder Trips", "/p/a/"}},
         {{"/p/a/photo.jpeg", "/p/a/photo.jpeg", "Trips", false, {}, true},
-         {"photo.jpeg", "/p/a/photo.jpeg", "in folder Trips", "/p/a/", {}, {}, {}}},
+         {"photo.jpeg", "/p/a/photo.jpeg", "in folder Trips", "/p/a/"}},
         // A web image names its source as it is, for the short and the full folder alike.
         {{"/cache/feed/12.jpg", "http://example.org/img/sea.jpg", "Sea Feed", false, {}, false},
-         {"sea", "http://example.org/img/sea", "Sea Feed", "Sea Feed", {}, {}, {}}},
+         {"sea", "http://example.org/img/sea", "Sea Feed", "Sea Feed"}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.in.captionFullName.toStdString());
-        CaptionItems items;
-        NameAndFolderItems(row.in, items);
-        EXPECT_EQ(items.FileName, row.out.FileName);
-        EXPECT_EQ(items.FileNameFull, row.out.FileNameFull);
-        EXPECT_EQ(items.FolderName, row.out.FolderName);
-        EXPECT_EQ(items.FolderNameFull, row.out.FolderNameFull);
+    for (const auto& [in, out] : rows) {
+        CaptionItems i;
+        NameAndFolderItems(in, i);
+        EXPECT_EQ(QStringList({i.FileName, i.FileNameFull, i.FolderName, i.FolderNameFull}), out);
     }
 }
 
@@ -62,17 +54,13 @@ TEST(CaptionText, CameraNameFilter) {
 }
 
 TEST(CaptionText, DateFormat) {
+    // clang-format off
     const std::pair<const char*, const char*> rows[] = {
-        {"2005:07:09 12:00:00", "July 09, 2005"},
-        {"1999:01:31 00:00:00", "January 31, 1999"},
-        {"2010:12:01 08:30:00", "December 01, 2010"},
-        {"0000:00:00 00:00:00", ""},
-        {"notEXIF", ""},
-        {"file-open-problem", ""},
-        {"2005:13:09 12:00:00", " 09, 2005"},
-        {"", ""},
-        {"    ", ""},
-    };
+        {"2005:07:09 12:00:00", "July 09, 2005"}, {"1999:01:31 00:00:00", "January 31, 1999"},
+        {"2010:12:01 08:30:00", "December 01, 2010"}, {"0000:00:00 00:00:00", ""},
+        {"notEXIF", ""}, {"file-open-problem", ""}, {"2005:13:09 12:00:00", " 09, 2005"},
+        {"", ""}, {"    ", ""}};
+    // clang-format on
     for (const auto& [in, out] : rows)
         EXPECT_EQ(FormatDate(in), out) << '"' << in << '"';
 }
@@ -87,16 +75,14 @@ TEST(CaptionText, BlockItemsMoveUpPastEmptyOnes) {
     EXPECT_EQ(block.caption, "second\nthird\nfourth");
 
     CaptionItems items{"", "", "in folder Trips", "/p/a/", "July 09, 2005", "640 x 480", "Walk"};
-    BlockChoice all{true, false, true, false, true, true, true};
-    BlockText filtered = BuildBlock(items, all);
+    BlockText filtered = BuildBlock(items, {true, false, true, false, true, true, true});
     EXPECT_EQ(filtered.top, "in folder Trips");
     EXPECT_EQ(filtered.caption, "July 09, 2005\n640 x 480");
     EXPECT_EQ(filtered.description, "Walk");
 
     items.FileName = "harbour";
     items.FileNameFull = "/p/a/harbour";
-    BlockChoice full{true, true, true, true, false, false, false};
-    BlockText named = BuildBlock(items, full);
+    BlockText named = BuildBlock(items, {true, true, true, true, false, false, false});
     EXPECT_EQ(named.top, "/p/a/harbour");
     EXPECT_EQ(named.caption, "/p/a/");
     EXPECT_EQ(named.description, "");
@@ -171,12 +157,10 @@ TEST(CaptionGeometry, LabelsStackInTheBox) {
 }
 
 // The caption toggle and ChangePhotos call UpdateCaption on a form with a frame on screen.
-class CaptionsForm : public FormsFixture {
+class CaptionsForm : public ShowFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
+        ShowFixture::SetUp();
         show->resize(1200, 800);
         show->MonitorLeft[1] = 100;
         show->MonitorTop[1] = 50;
@@ -187,22 +171,18 @@ protected:
         show->ShowCaptions = true;
         show->FloatingCaptions = false;
         show->CaptionPosition = {1, 6};
+        // The first block names the photo; the second says all it can.
         show->CapFileName = {true, true};
-        show->CapFileNameFullPath = {false, false};
-        show->CapFolderName = {false, true};
-        show->CapFolderNameFullPath = {false, false};
-        show->CapEXIFDate = {false, true};
-        show->CapDimensions = {false, true};
-        show->CapEXIFDescription = {false, true};
+        show->CapFileNameFullPath = show->CapFolderNameFullPath = {false, false};
+        show->CapFolderName = show->CapEXIFDate = show->CapDimensions =
+            show->CapEXIFDescription = {false, true};
         show->DSCFilterON = true;
         show->DSCShowFolderName = false;
 
-        QImage picture(64, 48, QImage::Format_RGB32);
-        picture.fill(Qt::darkCyan);
         // The caption line of a local photo carries its file name; the folder names it.
         QDir(install.path()).mkpath(QStringLiteral("Trips"));
         photo = install.filePath(QStringLiteral("Trips/harbour.jpg"));
-        ASSERT_TRUE(picture.save(photo, "JPEG"));
+        ASSERT_TRUE(Solid({64, 48}, Qt::darkCyan).save(photo, "JPEG"));
         show->CurrentImage = photo;
         show->CurrentImageTag = 7;
         show->CaptionFullName = photo;
@@ -215,7 +195,6 @@ protected:
         auto* label = show->findChild<QLabel*>(QStringLiteral("%1(%2)").arg(name).arg(block));
         return label && !label->isHidden() ? label->text() : QStringLiteral("<hidden>");
     }
-    frmSlideShow* show = nullptr;
     QString photo;
 };
 
@@ -229,13 +208,11 @@ TEST_F(CaptionsForm, BlocksShowTheirItemsInTheirCorners) {
     EXPECT_EQ(Text("lblCaption", 1), "in folder Trips\n64 x 48");
     EXPECT_EQ(Text("lblDescription", 1), "A long walk by the water");
 
-    const QRect first = show->CaptionBox[0]->geometry();
     const QRect second = show->CaptionBox[1]->geometry();
     ASSERT_FALSE(show->CaptionBox[0]->isHidden());
     ASSERT_FALSE(show->CaptionBox[1]->isHidden());
-    EXPECT_EQ(first.topLeft(), QPoint(100, 50));
-    EXPECT_EQ(second.right() + 1, 900);
-    EXPECT_EQ(second.bottom() + 1, 650);
+    EXPECT_EQ(show->CaptionBox[0]->geometry().topLeft(), QPoint(100, 50));
+    EXPECT_EQ(second.bottomRight(), QPoint(899, 649));
     // Every visible label fits inside its box.
     for (QLabel* label : show->CaptionBox[1]->findChildren<QLabel*>()) {
         if (label->isHidden()) continue;
@@ -293,9 +270,8 @@ TEST_F(CaptionsForm, OnlyTheCaptionLineTakesTheFontFamily) {
 TEST_F(CaptionsForm, StatusLineTitle) {
     show->ImageTitles.add(QStringLiteral("Harbour"), 1);
     show->ImageTitles.add(QStringLiteral("   "), 2);
-    const std::pair<std::int32_t, const char*> rows[] = {
-        {1, "Harbour"}, {2, "(blank title)"}, {3, "/p/a/x.jpg"}};
-    for (const auto& [tag, title] : rows) {
+    for (const auto& [tag, title] :
+         {std::pair{1, "Harbour"}, {2, "(blank title)"}, {3, "/p/a/x.jpg"}}) {
         QString result;
         show->GetTitleOrFilename(QStringLiteral("/p/a/x.jpg"), tag, result);
         EXPECT_EQ(result, title) << tag;

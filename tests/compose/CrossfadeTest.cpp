@@ -23,10 +23,7 @@ TEST(Crossfade, RampStepsUpEveryTenStepsAndEndsAt245) {
 // ends at 0, where a single mix at the last alpha would leave 10. The first values are worked
 // by hand: 255 * 254 / 255 = 254, 254 * 253 / 255 = 252.0, 252 * 252 / 255 = 249.04 ...
 TEST(Crossfade, StepsAccumulateOnThePixels) {
-    QImage surface(3, 1, QImage::Format_RGB32);
-    surface.fill(qRgb(255, 255, 255));
-    QImage top(3, 1, QImage::Format_RGB32);
-    top.fill(qRgb(0, 0, 0));
+    QImage surface = Solid({3, 1}, Qt::white), top = Solid({3, 1}, Qt::black);
     top.setPixel(2, 0, qRgb(200, 100, 0));
     std::vector<int> white;
     for (const int alpha : fade::Ramp()) {
@@ -41,8 +38,7 @@ TEST(Crossfade, StepsAccumulateOnThePixels) {
     EXPECT_EQ(white.back(), 0);
     EXPECT_EQ(surface.pixel(2, 0), qRgb(200, 100, 0));
 
-    QImage once(1, 1, QImage::Format_RGB32);
-    once.fill(qRgb(255, 255, 255));
+    QImage once = Solid({1, 1}, Qt::white);
     fade::BlendOver(once, top, QPoint(0, 0), 245);
     EXPECT_EQ(qRed(once.pixel(0, 0)), 10);
 }
@@ -51,11 +47,8 @@ TEST(Crossfade, StepsAccumulateOnThePixels) {
 // four-pixel blocks), on a surface large enough to be split over two threads, and where the
 // picture hangs over the surface's edges.
 TEST(Crossfade, FastBlendEqualsThePlainOne) {
-    struct Row {
-        QSize surface, top;
-        QPoint at;
-    };
-    const Row rows[] = {
+    // Surface, picture, and the picture's place.
+    const std::tuple<QSize, QSize, QPoint> rows[] = {
         {{7, 3}, {7, 3}, {0, 0}},
         {{13, 5}, {6, 9}, {4, -2}},
         {{10, 10}, {20, 4}, {-5, 8}},
@@ -72,15 +65,14 @@ TEST(Crossfade, FastBlendEqualsThePlainOne) {
         }
         return image;
     };
-    for (const Row& row : rows) {
-        const QImage top = noise(row.top);
-        QImage fast = noise(row.surface);
+    for (const auto& [surface, picture, at] : rows) {
+        const QImage top = noise(picture);
+        QImage fast = noise(surface);
         QImage plain = fast.copy();
         for (const int alpha : {0, 1, 128, 245, 255}) {
-            const QRect a = fade::BlendOver(fast, top, row.at, alpha);
-            const QRect b = fade::BlendOverReference(plain, top, row.at, alpha);
-            EXPECT_EQ(a, b);
-            ASSERT_EQ(fast, plain) << row.surface.width() << " alpha " << alpha;
+            EXPECT_EQ(fade::BlendOver(fast, top, at, alpha),
+                      fade::BlendOverReference(plain, top, at, alpha));
+            ASSERT_EQ(fast, plain) << surface.width() << " alpha " << alpha;
         }
     }
 }
@@ -118,8 +110,7 @@ TEST(Crossfade, StampsArePlacedAndKeyed) {
     QImage stamp(2, 1, QImage::Format_RGB32);
     stamp.setPixel(0, 0, qRgb(255, 0, 255));
     stamp.setPixel(1, 0, qRgb(10, 20, 30));
-    QImage target(4, 2, QImage::Format_RGB32);
-    target.fill(qRgb(1, 2, 3));
+    QImage target = Solid({4, 2}, QColor(1, 2, 3));
     fade::StampKeyed(target, stamp, QPoint(2, 1));
     EXPECT_EQ(target.pixel(2, 1), qRgb(1, 2, 3));
     EXPECT_EQ(target.pixel(3, 1), qRgb(10, 20, 30));
@@ -130,9 +121,7 @@ TEST(Crossfade, StampsArePlacedAndKeyed) {
 class CrossfadeForm : public ShowOnScreenFixture {
 protected:
     dib::Dib Frame(QColor colour) const {
-        QImage image(show->FormWidth, show->FormHeight, QImage::Format_RGB32);
-        image.fill(colour);
-        return dib::Dib(dib::ImageToDib(image));
+        return dib::Dib(dib::ImageToDib(Solid({show->FormWidth, show->FormHeight}, colour)));
     }
 };
 

@@ -1,22 +1,13 @@
 #include "TestSupport.h"
 
-#include <QBuffer>
-#include <QImage>
-
 namespace {
 
-class Layouts : public FormsFixture {
+class Layouts : public ShowOnScreenFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
-        // The fades here need no pace: no sleeps between their steps.
-        show->xFadeStepTime = 100.0f;
-        QImage picture(64, 48, QImage::Format_RGB32);
-        picture.fill(Qt::darkYellow);
+        ShowOnScreenFixture::SetUp();
         photo = install.filePath(QStringLiteral("p.jpg"));
-        picture.save(photo, "JPEG");
+        ASSERT_TRUE(Solid({64, 48}, Qt::darkYellow).save(photo, "JPEG"));
     }
     void Queue(int n) {
         show->ShowList.clear();
@@ -26,7 +17,6 @@ protected:
             show->CaptionsList.add(QString(), i);
         }
     }
-    frmSlideShow* show = nullptr;
     QString photo;
 };
 
@@ -103,18 +93,14 @@ TEST_F(Layouts, FourUpCornersFollowTheNumberOfImages) {
 TEST_F(Layouts, TheLayoutDrawFollowsTheBands) {
     show->LayoutRange = {50.0f, 80.0f, 100.0f};
     show->MaxStackedImages = 1;
-    struct Row {
-        double draw;
-        int layout;
-    };
-    for (const Row& r : {Row{0.50, 0}, Row{0.51, 1}, Row{0.80, 1}, Row{0.81, 2}}) {
+    for (const auto& [draw, layout] : {std::pair{0.50, 0}, {0.51, 1}, {0.80, 1}, {0.81, 2}}) {
         Queue(4);
         show->StackInProgress = false;
         show->FourUpInProgress = false;
         platform::ClearRandomFeed();
-        platform::FeedRandom({r.draw, 0.0, 0.0, 0.0, 0.0, 0.0});
+        platform::FeedRandom({draw, 0.0, 0.0, 0.0, 0.0, 0.0});
         show->PrepNextFrame();
-        EXPECT_EQ(show->Layout, r.layout) << r.draw;
+        EXPECT_EQ(show->Layout, layout) << draw;
     }
 }
 

@@ -3,33 +3,23 @@
 #include "compose/FrameImage.h"
 
 #include <QBuffer>
-#include <QDir>
-#include <QImage>
 
 namespace {
 
-class Loading : public FormsFixture {
+class Loading : public ShowFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
+        ShowFixture::SetUp();
         show->OpenDebugLog();
     }
     QString Write(const QString& name, const QByteArray& bytes) {
-        const QString path = install.filePath(name);
-        QFile f(path);
-        f.open(QIODevice::WriteOnly);
-        f.write(bytes);
-        return path;
+        return Written(install.filePath(name), bytes);
     }
     static QByteArray Jpeg(QSize size) {
-        QImage picture(size, QImage::Format_RGB32);
-        picture.fill(Qt::darkCyan);
         QByteArray bytes;
         QBuffer buffer(&bytes);
         buffer.open(QIODevice::WriteOnly);
-        picture.save(&buffer, "JPEG", 90);
+        Solid(size, Qt::darkCyan).save(&buffer, "JPEG", 90);
         return bytes;
     }
     // The head of the list composed as a Normal frame: whether a frame came of it, and what the
@@ -42,12 +32,9 @@ protected:
         show->NextImageReady = false;
         show->lstDebug->clear();
         show->AssembleCanvas(0);
-        if (log)
-            for (int i = 0; i < show->lstDebug->count(); ++i)
-                *log << show->lstDebug->item(i)->text();
+        if (log) *log = LogLines(show);
         return show->NextImageReady;
     }
-    frmSlideShow* show = nullptr;
 };
 
 // A picture that cannot be shown costs that picture only: no frame, a line in the log, and the
@@ -62,11 +49,7 @@ TEST_F(Loading, BadFilesArePassedOverWithTheirLogLines) {
         huge[sof + i] = static_cast<char>(0xC3);
         huge[sof + i + 1] = static_cast<char>(0x50); // 50000
     }
-    struct Row {
-        QString path;
-        const char* line;
-    };
-    const Row rows[] = {
+    const std::pair<QString, const char*> rows[] = {
         {Write(QStringLiteral("cut.jpg"), good.left(good.size() / 2)),
          "LoadIntoDIB Error - could not get DIB"},
         {Write(QStringLiteral("words.jpg"), "this is a letter, not a photograph"),
@@ -77,11 +60,11 @@ TEST_F(Loading, BadFilesArePassedOverWithTheirLogLines) {
         {Write(QStringLiteral("huge.jpg"), huge),
          "LoadIntoDIB Error - the image is too large (50000 x 50000)"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.path.toStdString());
+    for (const auto& [path, line] : rows) {
+        SCOPED_TRACE(path.toStdString());
         QStringList log;
-        EXPECT_FALSE(Compose(row.path, &log));
-        EXPECT_TRUE(log.contains(QString::fromLatin1(row.line))) << log.join('\n').toStdString();
+        EXPECT_FALSE(Compose(path, &log));
+        EXPECT_TRUE(log.contains(QString::fromLatin1(line))) << log.join('\n').toStdString();
     }
     EXPECT_TRUE(Compose(Write(QStringLiteral("good.jpg"), good)));
 }

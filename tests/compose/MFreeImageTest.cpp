@@ -199,16 +199,15 @@ TEST(JpegDecode, ScalesByEighthsToCoverTheTarget) {
     QSize size;
     ASSERT_TRUE(jpeg::ReadSize(bytes, size));
     EXPECT_EQ(size, QSize(800, 600));
-    struct Row {
-        QSize minimum, expected;
-    };
-    for (const Row& r :
-         {Row{QSize(100, 75), QSize(100, 75)}, Row{QSize(101, 75), QSize(200, 150)},
-          Row{QSize(500, 200), QSize(500, 375)}, Row{QSize(800, 600), QSize(800, 600)},
-          Row{QSize(900, 10), QSize(800, 600)}}) {
-        Dib d = jpeg::DecodeAtLeast(bytes, r.minimum);
+    // The least size asked for, and the size decoded.
+    for (const auto& [minimum, expected] : {std::pair{QSize(100, 75), QSize(100, 75)},
+                                            {QSize(101, 75), QSize(200, 150)},
+                                            {QSize(500, 200), QSize(500, 375)},
+                                            {QSize(800, 600), QSize(800, 600)},
+                                            {QSize(900, 10), QSize(800, 600)}}) {
+        Dib d = jpeg::DecodeAtLeast(bytes, minimum);
         ASSERT_TRUE(d);
-        EXPECT_EQ(SizeOf(d), r.expected);
+        EXPECT_EQ(SizeOf(d), expected);
     }
     // Upright, opaque and close to what was saved.
     Dib full = jpeg::DecodeAtLeast(bytes, QSize(800, 600));

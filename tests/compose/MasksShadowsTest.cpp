@@ -4,8 +4,6 @@
 #include "compose/ShadowBlur.h"
 #include "compose/TileBackground.h"
 
-#include <QDir>
-#include <QImage>
 #include <QRandomGenerator>
 #include <vector>
 
@@ -33,6 +31,15 @@ Grid Read(FIBITMAP* d) {
             rows[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)] =
                 FreeImage_GetScanLine(d, H - 1 - r)[c];
     return rows;
+}
+
+// A 5 x 5 grid from its 3 x 3 blocks of 2 x 2, the top row and right column cut to one.
+Grid Blocks(const Grid& blocks) {
+    Grid g(5, std::vector<int>(5));
+    for (std::size_t r = 0; r < 5; ++r)
+        for (std::size_t c = 0; c < 5; ++c)
+            g[r][c] = blocks[(r + 1) / 2][c / 2];
+    return g;
 }
 
 // The running sum as designed, rounded at every step, is the sum of the rounded weights: the
@@ -64,25 +71,9 @@ TEST(ShadowBlur, MaskPlanByHand) {
         int testDistance, strength;
         Grid out;
     };
-    // clang-format off
-    const Row rows[] = {
-        {10, 100, {{0, 0, 0, 0, 30},
-                   {42, 42, 31, 31, 0},
-                   {42, 42, 31, 31, 0},
-                   {63, 63, 42, 42, 0},
-                   {63, 63, 42, 42, 0}}},
-        {1, 100, {{0, 0, 0, 0, 30},
-                  {0, 0, 31, 31, 0},
-                  {0, 0, 31, 31, 0},
-                  {63, 63, 42, 42, 0},
-                  {63, 63, 42, 42, 0}}},
-        {10, 50, {{0, 0, 0, 0, 15},
-                  {21, 21, 15, 15, 0},
-                  {21, 21, 15, 15, 0},
-                  {31, 31, 21, 21, 0},
-                  {31, 31, 21, 21, 0}}},
-    };
-    // clang-format on
+    const Row rows[] = {{10, 100, Blocks({{0, 0, 30}, {42, 31, 0}, {63, 42, 0}})},
+                        {1, 100, Blocks({{0, 0, 30}, {0, 31, 0}, {63, 42, 0}})},
+                        {10, 50, Blocks({{0, 0, 15}, {21, 15, 0}, {31, 21, 0}})}};
     for (const Row& r : rows)
         for (auto blur : {&shadow::BlurShadowReference, &shadow::BlurShadow}) {
             dib::Dib d = Grey(in);
@@ -92,16 +83,11 @@ TEST(ShadowBlur, MaskPlanByHand) {
 }
 
 // The plain rectangle works out only the bottom two rows and the right three columns (x from
-// W - 2 = 3); the rest is 0 whatever the picture holds there.
+// W - 2 = 3); the rest is 0 whatever the picture holds there. Whole windows of 255 average 255.
 TEST(ShadowBlur, RectanglePlanWorksOnlyTheStrips) {
     dib::Dib d = Grey(Grid(5, std::vector<int>(5, 255)));
     ASSERT_TRUE(shadow::BlurShadow(d.get(), 1, 10, 100, true, {}));
-    // Whole windows of 255 average 255; the strips keep it, the rest goes.
-    EXPECT_EQ(Read(d.get()), (Grid{{0, 0, 255, 255, 255},
-                                   {0, 0, 255, 255, 255},
-                                   {0, 0, 255, 255, 255},
-                                   {255, 255, 255, 255, 255},
-                                   {255, 255, 255, 255, 255}}));
+    EXPECT_EQ(Read(d.get()), Blocks({{0, 255, 255}, {0, 255, 255}, {255, 255, 255}}));
 }
 
 // The fast blur answers as the designed loop does, pixel for pixel: noise, a pasted opaque
@@ -144,9 +130,7 @@ TEST(ShadowBlur, FastBlurEqualsTheDesignedLoop) {
 // The shadow is larger than the photograph by the distance on each side, black, and lies to
 // its lower right; a distance of 0 becomes 1 in the setting, over a bitmap of the photo's size.
 TEST(ShadowBlur, ShadowSizeAndPlace) {
-    QImage opaque(40, 30, QImage::Format_ARGB32);
-    opaque.fill(QColor(200, 150, 100));
-    const dib::Dib photo(dib::ImageToDib(opaque));
+    const dib::Dib photo(dib::ImageToDib(Solid({40, 30}, {200, 150, 100}, QImage::Format_ARGB32)));
     struct Row {
         int distance, raisedTo, w, h;
     };
@@ -217,18 +201,15 @@ TEST(Tiling, PiecesAreCutAtTheCanvasEdges) {
     // clang-format on
 }
 
-class MasksShadows : public FormsFixture {
+class MasksShadows : public ShowFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
+        ShowFixture::SetUp();
         show->OpenDebugLog();
     }
     // A picture of one colour with a mark in its top left corner, saved under the install folder.
     QString Picture(const QString& name, QSize size, QColor colour) {
-        QImage image(size, QImage::Format_RGB888);
-        image.fill(colour);
+        QImage image = Solid(size, colour, QImage::Format_RGB888);
         image.setPixelColor(0, 0, Qt::white);
         const QString path = install.filePath(name);
         EXPECT_TRUE(QDir().mkpath(QFileInfo(path).path()) && image.save(path));
@@ -237,7 +218,6 @@ protected:
     static QColor At(const dib::Dib& canvas, int x, int y) {
         return dib::DibToImage(canvas.get()).pixelColor(x, y);
     }
-    frmSlideShow* show = nullptr;
 };
 
 // The canvas is tiled from its top left; a piece cut at the edge shows the tile's own corner
@@ -257,13 +237,11 @@ TEST_F(MasksShadows, TileBackgroundCoversTheCanvas) {
                                  : QString());
     }
     // A grey picture is brought to the canvas's depth rather than left unpasted.
-    QImage grey(6, 6, QImage::Format_Grayscale8);
-    grey.fill(QColor(90, 90, 90));
-    ASSERT_TRUE(grey.save(install.filePath(QStringLiteral("grey.png"))));
+    const QString grey = install.filePath(QStringLiteral("grey.png"));
+    ASSERT_TRUE(Solid({6, 6}, QColor(90, 90, 90), QImage::Format_Grayscale8).save(grey));
     dib::Dib d(FreeImage_Allocate(5, 5, 24));
     QString errorText;
-    ASSERT_TRUE(
-        MFreeImage::TileBackground(install.filePath(QStringLiteral("grey.png")), d, errorText));
+    ASSERT_TRUE(MFreeImage::TileBackground(grey, d, errorText));
     EXPECT_NEAR(At(d, 2, 2).green(), 90, 2);
     EXPECT_FALSE(
         MFreeImage::TileBackground(install.filePath(QStringLiteral("gone.png")), d, errorText));

@@ -2,8 +2,6 @@
 
 #include "compose/DibImage.h"
 
-#include <QListWidget>
-
 namespace {
 
 // Every pixel tells where it lies on the canvas: the column in the upper twelve bits, the row
@@ -56,12 +54,6 @@ protected:
         }
         return ticks;
     }
-    QStringList Log() const {
-        QStringList lines;
-        for (int i = 0; i < show->lstDebug->count(); ++i)
-            lines << show->lstDebug->item(i)->text();
-        return lines;
-    }
     int MW = 0, MH = 0;
 };
 
@@ -106,7 +98,7 @@ TEST_F(PanoForm, APanoramaTravelsEndToEnd) {
         EXPECT_EQ(Origin(), row.end);
         EXPECT_TRUE(show->MainTimer->Enabled());
         EXPECT_TRUE(show->ChangeConditionHolds(late));
-        const QStringList log = Log();
+        const QStringList log = LogLines(show);
         EXPECT_TRUE(log.contains(QStringLiteral(" - scrolltimer interval is %1 %2")
                                      .arg(row.interval)
                                      .arg(row.interval == 50
@@ -123,8 +115,8 @@ TEST_F(PanoForm, AFrameOfTheMonitorsSizeDoesNotScroll) {
     ShowCanvas(QSize(MW, MH), 0.9);
     EXPECT_FALSE(show->ScrollTimer->Enabled());
     EXPECT_TRUE(show->MainTimer->Enabled());
-    EXPECT_TRUE(Log().contains(QStringLiteral(" Normal (not a Scrolling Panoramic Image)")));
-    EXPECT_FALSE(Log().contains(QStringLiteral("Start Scrolling Pano ...")));
+    EXPECT_TRUE(LogLines(show).contains(" Normal (not a Scrolling Panoramic Image)"));
+    EXPECT_FALSE(LogLines(show).contains("Start Scrolling Pano ..."));
     // The draw was left for someone else.
     EXPECT_EQ(platform::FedRandomLeft(), 1u);
 }

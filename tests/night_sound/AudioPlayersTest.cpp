@@ -2,10 +2,7 @@
 
 #include "night_sound/AudioPlayers.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <functional>
 #include <limits>
 
@@ -25,11 +22,7 @@ protected:
     }
 
     QString Make(const QString& name, const QByteArray& content) {
-        const QString path = folder.filePath(name);
-        QFile f(path);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(content);
-        return path;
+        return Written(folder.filePath(name), content);
     }
     QString Wav(int milliseconds) {
         return Make(QStringLiteral("%1ms.wav").arg(milliseconds), SilentWav(milliseconds));
@@ -50,21 +43,18 @@ protected:
 };
 
 TEST(AudioVolume, TheScaleMapsOntoFortyDecibels) {
-    struct Case {
-        std::int32_t volume, platform;
-        double gain;
-    };
-    const Case cases[] = {
+    // The show's volume, the player's level in hundredths of a decibel, the gain.
+    const std::tuple<std::int32_t, std::int32_t, double> cases[] = {
         {1000, 0, 1.0},    {0, -4000, 0.01},       {850, -600, 0.501187},
         {500, -2000, 0.1}, {750, -1000, 0.316228},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.volume);
-        EXPECT_EQ(VolumeToPlatform(c.volume), c.platform);
-        EXPECT_EQ(VolumeFromPlatform(c.platform), c.volume);
-        EXPECT_NEAR(PlatformToGain(c.platform), c.gain, 1e-6);
+    for (const auto& [volume, level, gain] : cases) {
+        SCOPED_TRACE(volume);
+        EXPECT_EQ(VolumeToPlatform(volume), level);
+        EXPECT_EQ(VolumeFromPlatform(level), volume);
+        EXPECT_NEAR(PlatformToGain(level), gain, 1e-6);
         // The output keeps its gain in single precision.
-        EXPECT_EQ(GainToPlatform(static_cast<float>(c.gain)), c.platform);
+        EXPECT_EQ(GainToPlatform(static_cast<float>(gain)), level);
     }
     // Levels between the scale's steps come back as whole numbers.
     EXPECT_EQ(VolumeFromPlatform(-601), 850);
@@ -141,27 +131,22 @@ TEST_F(AudioPlayers, FilesThatCannotBePlayedFailWithinTheWaitAndLeaveThePlayerEm
     QByteArray noise(4096, '\0');
     for (int i = 0; i < noise.size(); ++i)
         noise[i] = static_cast<char>((i * 7919) % 251);
-    const QByteArray truncated = SilentWav(500).left(30);
-    struct Case {
-        const char* name;
-        QString path;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, QString> cases[] = {
         {"text named wav", Make(QStringLiteral("note.wav"), "only some text in a wav's name\n")},
         {"noise named ogg", Make(QStringLiteral("noise.ogg"), noise)},
-        {"header cut short", Make(QStringLiteral("cut.wav"), truncated)},
+        {"header cut short", Make(QStringLiteral("cut.wav"), SilentWav(500).left(30))},
         {"empty file", Make(QStringLiteral("empty.wav"), QByteArray())},
         {"missing file", folder.filePath(QStringLiteral("gone.wav"))},
         {"folder", folder.path()},
         {"no name", QString()},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [name, path] : cases) {
+        SCOPED_TRACE(name);
         // A good file first, so that a failed load is seen to empty the player.
         ASSERT_TRUE(LoadPlayer(0, Wav(400)));
         QElapsedTimer clock;
         clock.start();
-        EXPECT_FALSE(LoadPlayer(0, c.path));
+        EXPECT_FALSE(LoadPlayer(0, path));
         EXPECT_LT(clock.elapsed(), kLoadLimitMs);
         EXPECT_FALSE(PlayerLoaded(0));
         EXPECT_EQ(GetPlayerDuration(0), 0);

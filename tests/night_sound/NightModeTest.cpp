@@ -3,7 +3,6 @@
 #include "night_sound/NightZones.h"
 
 #include <QGuiApplication>
-#include <QTime>
 
 namespace {
 
@@ -12,18 +11,13 @@ QDateTime At(int h, int m, int s) {
 }
 
 TEST(DayZones, QuarterHoursOfTheClock) {
-    struct Case {
-        QTime time;
-        int zone;
+    const std::pair<QDateTime, int> cases[] = {
+        {At(0, 0, 0), 0},    {At(0, 14, 59), 0},   {At(0, 15, 0), 1},   {At(7, 0, 0), 28},
+        {At(6, 59, 59), 27}, {At(23, 44, 59), 94}, {At(23, 45, 0), 95}, {At(23, 59, 59), 95},
     };
-    const Case cases[] = {
-        {QTime(0, 0, 0), 0},    {QTime(0, 14, 59), 0},   {QTime(0, 15, 0), 1},
-        {QTime(7, 0, 0), 28},   {QTime(6, 59, 59), 27},  {QTime(23, 44, 59), 94},
-        {QTime(23, 45, 0), 95}, {QTime(23, 59, 59), 95},
-    };
-    for (const Case& c : cases) {
-        platform::SetNow(QDateTime(QDate(2026, 11, 22), c.time));
-        EXPECT_EQ(night::CurrentDayZone(), c.zone) << c.time.toString().toStdString();
+    for (const auto& [time, zone] : cases) {
+        platform::SetNow(time);
+        EXPECT_EQ(night::CurrentDayZone(), zone) << time.toString().toStdString();
     }
     platform::UseSystemClock();
     // Readings a hair outside the day stay in the table.
@@ -32,24 +26,21 @@ TEST(DayZones, QuarterHoursOfTheClock) {
 }
 
 TEST(DayZones, NightSpansAndTheirEdges) {
-    struct Case {
-        int start, end;
-        std::vector<std::pair<int, int>> nights; // inclusive ranges
-    };
-    const Case cases[] = {
+    // The night zones a start and an end mark, as inclusive ranges.
+    const std::tuple<int, int, std::vector<std::pair<int, int>>> cases[] = {
         {10, 20, {{10, 19}}}, {88, 28, {{0, 27}, {88, 96}}}, // through midnight
         {40, 40, {}},         {0, 96, {{0, 95}}},
         {96, 0, {{96, 96}}},  {95, 1, {{0, 0}, {95, 96}}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [start, end, nights] : cases) {
         night::ZoneTable zones{};
-        night::MarkNightZones(zones, c.start, c.end);
+        night::MarkNightZones(zones, start, end);
         for (int zone = 0; zone < night::kZoneCount; ++zone) {
             bool expected = false;
-            for (const auto& [from, to] : c.nights)
+            for (const auto& [from, to] : nights)
                 expected = expected || (zone >= from && zone <= to);
             EXPECT_EQ(zones[static_cast<std::size_t>(zone)], expected)
-                << c.start << " to " << c.end << ", zone " << zone;
+                << start << " to " << end << ", zone " << zone;
         }
     }
 
@@ -82,11 +73,7 @@ protected:
         show->MainTimer_Timer();
     }
     // The last line of the log with that text.
-    int LogLine(const QString& text) const {
-        for (int i = show->lstDebug->count() - 1; i >= 0; --i)
-            if (show->lstDebug->item(i)->text() == text) return i;
-        return -1;
-    }
+    int LogLine(const QString& text) const { return LogLines(show).lastIndexOf(text); }
     void ExpectNight() const {
         EXPECT_TRUE(show->NightOn);
         EXPECT_FALSE(show->NightFadeBusy);
@@ -120,7 +107,6 @@ TEST_F(NightShow, GoesDarkInANightZoneAndWakesInTheFirstDayZone) {
     // The night's own fades leave the frame prepared for the morning where it was.
     EXPECT_TRUE(show->NextImageReady);
     EXPECT_EQ(show->ShowList.count(), 1);
-    EXPECT_EQ(show->picZzzz->objectName(), QStringLiteral("picZzzz"));
     EXPECT_FALSE(show->picZzzz->pixmap().isNull());
     // What is left on the screen is black.
     const QImage screen = show->thePhoto->pixmap().toImage();
@@ -138,9 +124,10 @@ TEST_F(NightShow, GoesDarkInANightZoneAndWakesInTheFirstDayZone) {
     ExpectDay();
     EXPECT_EQ(show->FrameCounter, frames + 1);
     EXPECT_TRUE(show->MainTimer->Enabled());
-    EXPECT_LT(LogLine(QStringLiteral("Turning the monitors on: not on an X display, nothing "
-                                     "to switch")),
-              LogLine(QStringLiteral("CHANGE PHOTOS /\\/\\/\\/\\/\\/\\/\\ ")));
+    // The monitors come on before the morning's first change.
+    const int on = LogLine("Turning the monitors on: not on an X display, nothing to switch");
+    EXPECT_GE(on, 0);
+    EXPECT_LT(on, LogLine(QStringLiteral("CHANGE PHOTOS /\\/\\/\\/\\/\\/\\/\\ ")));
 }
 
 TEST_F(NightShow, AShowStartedAtNightPreparesItsFirstFrameAfterTheFade) {
@@ -165,26 +152,19 @@ TEST_F(NightShow, AShowStartedAtNightPreparesItsFirstFrameAfterTheFade) {
 // "N" goes against the schedule and sets the override, which the schedule never clears; the
 // next "N" clears it and goes back.
 TEST_F(NightShow, TheNKeyOverridesTheScheduleUntilPressedAgain) {
-    struct Case {
-        const char* name;
-        bool nightMode;
-        QDateTime start;
-    };
-    const Case cases[] = {
-        {"night mode off, day", false, At(12, 0, 0)},
-        {"night zone", true, At(23, 0, 0)},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        Start(c.start, c.nightMode);
+    for (const auto& [name, nightMode, start] :
+         {std::tuple{"night mode off, day", false, At(12, 0, 0)},
+          std::tuple{"night zone", true, At(23, 0, 0)}}) {
+        SCOPED_TRACE(name);
+        Start(start, nightMode);
         const bool scheduledNight = show->NightOn;
 
         show->ToggleNightScreen();
         EXPECT_TRUE(show->NightOverride);
         EXPECT_NE(show->NightOn, scheduledNight);
         // The schedule does not take it back, tick after tick.
-        TickAt(c.start.addSecs(60));
-        TickAt(c.start.addSecs(120));
+        TickAt(start.addSecs(60));
+        TickAt(start.addSecs(120));
         EXPECT_TRUE(show->NightOverride);
         EXPECT_NE(show->NightOn, scheduledNight);
 

@@ -5,39 +5,22 @@
 #include "night_sound/AudioPlayers.h"
 #include "night_sound/SoundMusic.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
-#include <QListWidget>
 #include <functional>
 
 namespace {
 
 using modDirectShow::PlayerLoaded;
 
-// Writes the file, making its folder first.
-QString WriteFile(const QString& path, const QByteArray& content) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile f(path);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(content);
-    return path;
-}
-
 TEST(FolderMusicDraw, RoundsToTheNearestSoThatTheEndTracksHaveHalfTheChance) {
-    struct Case {
-        int count;
-        double rnd;
-        int index;
-    };
-    const Case cases[] = {
+    // Tracks in the folder, the draw, the track chosen.
+    const std::tuple<int, double, int> cases[] = {
         {5, 0.0, 0},   {5, 0.124, 0}, {5, 0.125, 0}, {5, 0.126, 1}, {5, 0.15, 1},
         {5, 0.375, 2}, {5, 0.625, 2}, {5, 0.874, 3}, {5, 0.875, 4}, {5, 0.999, 4},
         {2, 0.49, 0},  {2, 0.51, 1},  {1, 0.99, 0},  {0, 0.2, 0},   {0, 0.9, 0},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(sound::FolderMusicIndex(c.count, c.rnd), c.index) << c.count << " " << c.rnd;
+    for (const auto& [count, rnd, index] : cases)
+        EXPECT_EQ(sound::FolderMusicIndex(count, rnd), index) << count << " " << rnd;
 }
 
 class SoundMusic : public ShowOnScreenFixture {
@@ -48,26 +31,18 @@ protected:
     }
 
     QString Make(const QString& relative, const QByteArray& content = SilentWav(1500)) {
-        return WriteFile(install.filePath(relative), content);
+        return Written(install.filePath(relative), content);
     }
     QString Folder(const QString& relative) const { return install.filePath(relative) + '/'; }
 
-    QStringList LogFrom(int first) const {
-        QStringList lines;
-        for (int i = first; i < show->lstDebug->count(); ++i)
-            lines << show->lstDebug->item(i)->text();
-        return lines;
-    }
     // One change of frame to that image, as ChangePhotos makes it; what it logged.
     QStringList Change(const QString& image) {
         const int first = show->lstDebug->count();
         show->ShowList.add(image);
         show->CaptionsList.add(QString());
-        QImage picture(8, 8, QImage::Format_RGB32);
-        picture.fill(Qt::gray);
-        dib::Dib canvas(dib::ImageToDib(picture));
+        dib::Dib canvas(dib::ImageToDib(Solid({8, 8}, Qt::gray)));
         show->NewCrossfade(canvas, 0, 0, 8, 8, 0, 0, 0, 1.0);
-        return LogFrom(first);
+        return LogLines(show).mid(first);
     }
     // Plays the player's song out from just before its end; false if it never gets there.
     static bool SongEnds(std::int16_t player) {
@@ -88,11 +63,8 @@ TEST_F(SoundMusic, APlaylistQueuesTheTracksItNamesThatCanBeFound) {
     const QString elsewhere = Make(QStringLiteral("Elsewhere/c.wav"));
     const QString accented = Make(QStringLiteral("Music/Été.wav"));
     const QString plain = Make(QStringLiteral("Music/a.wav"));
-    struct Line {
-        QString text;
-        QString track; // empty: the line gives none
-    };
-    const Line lines[] = {
+    // Each line, and the track it gives (none when empty).
+    const std::pair<QString, QString> lines[] = {
         {QString::fromUtf8("\xEF\xBB\xBF") + QStringLiteral("a.wav"), plain},
         {QStringLiteral("#EXTM3U"), {}},
         {QStringLiteral("#EXTINF:12,Artist - Title"), {}},
@@ -109,14 +81,14 @@ TEST_F(SoundMusic, APlaylistQueuesTheTracksItNamesThatCanBeFound) {
     };
     QByteArray text;
     QStringList expected;
-    for (const Line& line : lines) {
-        text += line.text.toUtf8() + "\r\n";
-        if (!line.track.isEmpty()) expected << line.track;
+    for (const auto& [line, track] : lines) {
+        text += line.toUtf8() + "\r\n";
+        if (!track.isEmpty()) expected << track;
     }
     show->MusicPlaylist = Make(QStringLiteral("Music/list.m3u8"), text);
     show->LoadMusicPlaylist();
     EXPECT_EQ(show->lstMusicPlayList, expected);
-    EXPECT_TRUE(LogFrom(0).contains(QStringLiteral("5 tracks) ")));
+    EXPECT_TRUE(LogLines(show).contains(QStringLiteral("5 tracks) ")));
 }
 
 TEST_F(SoundMusic, EachTrackOfThePlaylistPlaysOnceBeforeItIsReadAgain) {
@@ -134,7 +106,7 @@ TEST_F(SoundMusic, EachTrackOfThePlaylistPlaysOnceBeforeItIsReadAgain) {
         picked << track;
     }
     EXPECT_EQ(picked, QStringList({tracks[2], tracks[0], tracks[1], tracks[1]}));
-    EXPECT_EQ(LogFrom(0).filter(QStringLiteral("LoadMusicPlaylist : ")).size(), 2);
+    EXPECT_EQ(LogLines(show).filter(QStringLiteral("LoadMusicPlaylist : ")).size(), 2);
 
     show->MusicPlaylist = install.filePath(QStringLiteral("none.m3u"));
     show->lstMusicPlayList.clear();
@@ -243,7 +215,7 @@ TEST_F(SoundShow, ASoundPlaysAtEachChangeAfterTheStartAndNoneDuringIt) {
         const bool audio = row.content.startsWith("RIFF") && row.content.size() > 100;
         SCOPED_TRACE(testing::Message() << "random " << row.random << ", audio " << audio);
         const QString chime =
-            WriteFile(install.filePath(QStringLiteral("Sounds/chime.wav")), row.content);
+            Written(install.filePath(QStringLiteral("Sounds/chime.wav")), row.content);
         const QString unable = QStringLiteral("Unable to load random sound file, ") + chime;
         frmConfig* config = ReloadConfig();
         config->chkDebug->setChecked(true);
@@ -272,7 +244,7 @@ TEST_F(SoundShow, ASoundPlaysAtEachChangeAfterTheStartAndNoneDuringIt) {
 TEST_F(SoundShow, ThePanelBrowsesForFilesAndPlaysTheChosenOrARandomSound) {
     frmConfig* config = frmConfig::instance();
     const QString specific =
-        WriteFile(install.filePath(QStringLiteral("Sounds/chime.wav")), SilentWav(2000));
+        Written(install.filePath(QStringLiteral("Sounds/chime.wav")), SilentWav(2000));
     const QString playlist = install.filePath(QStringLiteral("list.m3u8"));
 
     config->chkPlaySound->setChecked(false);

@@ -5,12 +5,10 @@
 
 namespace {
 
-class ImageSelection : public FormsFixture {
+class ImageSelection : public ShowFixture {
 protected:
     void SetUp() override {
-        FormsFixture::SetUp();
-        show = frmSlideShow::instance();
-        show->Initialize();
+        ShowFixture::SetUp();
         show->OpenDebugLog();
         show->CurrentRandomFolder.clear();
         lists = install.path() + QStringLiteral("/Imagelists");
@@ -48,7 +46,6 @@ protected:
         WriteListFile(lists + QLatin1Char('/') + name, contents, platform::Today());
     }
 
-    frmSlideShow* show = nullptr;
     QString lists, root;
 };
 

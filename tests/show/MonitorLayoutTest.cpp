@@ -157,12 +157,6 @@ TEST(Overlays, StandCentredOnTheirMonitor) {
     }
 }
 
-// The turn over the enabled monitors is followed through ChooseMonitorSet below; here its wrap.
-TEST(MonitorTurns, WrapFromTheLastSlotToTheFirstEnabled) {
-    EXPECT_EQ(monitors::NextMonitorInTurn(4, {false, false, true, false, true}), 2);
-    EXPECT_EQ(monitors::NextMonitorInTurn(1, {false, true, false, false, false}), 1);
-}
-
 Rect Frame(const monitors::MonitorChoice& c) {
     return {c.frameLeft, c.frameTop, c.frameWidth, c.frameHeight};
 }
@@ -196,6 +190,9 @@ TEST(ChooseMonitorSet, TurnsGoOverTheEnabledMonitorsOnly) {
     const monitors::MonitorChoice c = monitors::ChooseMonitorSet(t, PerScreen(1, 800, 600));
     EXPECT_EQ(Frame(c), (Rect{2048, 0, 800, 600}));
     EXPECT_TRUE(c.log.contains(QStringLiteral(" ... the next monitor is  3")));
+    // From the last slot the turn wraps to the first enabled; a lone monitor follows itself.
+    EXPECT_EQ(monitors::NextMonitorInTurn(4, {false, false, true, false, true}), 2);
+    EXPECT_EQ(monitors::NextMonitorInTurn(1, {false, true, false, false, false}), 1);
 }
 
 // A panorama spans both monitors unless the layout keeps it to one; an ordinary image always

@@ -19,10 +19,9 @@ template <typename F> QStringList LogOf(const QString& folder, F body) {
     return QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
 }
 
-using MonitorsForm = FormsFixture;
+using MonitorsForm = ShowFixture;
 
 TEST_F(MonitorsForm, ScreenSizeComesFromTheDesktopsScreens) {
-    frmSlideShow* show = frmSlideShow::instance();
     show->MultiMonitors = true;
     const QStringList log = LogOf(install.path(), [&] { show->GetScreenSize(); });
     const QRect primary = QGuiApplication::primaryScreen()->geometry();
@@ -39,7 +38,6 @@ TEST_F(MonitorsForm, ScreenSizeComesFromTheDesktopsScreens) {
 }
 
 TEST_F(MonitorsForm, GrabbingAMonitorTakesItsPartOfTheShow) {
-    frmSlideShow* show = frmSlideShow::instance();
     show->GetScreenSize();
     show->PrepScreen();
     QPixmap picture;
@@ -50,7 +48,6 @@ TEST_F(MonitorsForm, GrabbingAMonitorTakesItsPartOfTheShow) {
 }
 
 TEST_F(MonitorsForm, NewDimensionsKeepsTheFramesSizeTextAndFlags) {
-    frmSlideShow* show = frmSlideShow::instance();
     show->MonitorWidth[0] = 1024;
     show->MonitorHeight[0] = 768;
     show->NextMonitorSet = 0;
@@ -76,7 +73,6 @@ TEST_F(MonitorsForm, NewDimensionsKeepsTheFramesSizeTextAndFlags) {
 }
 
 TEST_F(MonitorsForm, OffsetsKeepToTheBandOnlyWhenTheFrameSpans) {
-    frmSlideShow* show = frmSlideShow::instance();
     show->MultiMonUseMinHeight = true;
     show->MinHeightTop = 40;
     show->MinHeight = 560;
@@ -92,7 +88,6 @@ TEST_F(MonitorsForm, OffsetsKeepToTheBandOnlyWhenTheFrameSpans) {
 }
 
 TEST_F(MonitorsForm, MonitorAndLimitsTakeTurnsAndClampThePanorama) {
-    frmSlideShow* show = frmSlideShow::instance();
     monitors::ScreenInfo a, b;
     a.width = b.width = 1024;
     a.height = b.height = 768;
@@ -128,14 +123,11 @@ constexpr const char* TwoScreensVariable = "TESSAVIEW_TWO_SCREENS";
 TEST(MonitorsTwoScreens, ShowSpansBothScreensOfTheDesktop) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
-    const QString config = dir.path() + QStringLiteral("/screens.json");
-    QFile file(config);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(
+    const QString config = Written(
+        dir.path() + QStringLiteral("/screens.json"),
         R"({"screens":[)"
         R"({"name":"A","x":0,"y":0,"width":1024,"height":768,"logicalDpi":96,"logicalBpi":96,"dpr":1},)"
         R"({"name":"B","x":-800,"y":100,"width":800,"height":600,"logicalDpi":96,"logicalBpi":96,"dpr":1}]})");
-    file.close();
 
     QProcess child;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -151,13 +143,12 @@ TEST(MonitorsTwoScreens, ShowSpansBothScreensOfTheDesktop) {
     EXPECT_TRUE(output.contains(QStringLiteral("[  PASSED  ] 1 test"))) << output.toStdString();
 }
 
-using MonitorsOnTwoScreens = FormsFixture;
+using MonitorsOnTwoScreens = ShowFixture;
 
 TEST_F(MonitorsOnTwoScreens, FormCoversBothAndTheTablesAreRelativeToIt) {
     if (qEnvironmentVariableIsEmpty(TwoScreensVariable))
         GTEST_SKIP() << "run by MonitorsTwoScreens in a process with two screens";
     ASSERT_EQ(QGuiApplication::screens().size(), 2);
-    frmSlideShow* show = frmSlideShow::instance();
     show->MultiMonitors = true;
     show->MultiMonUseMinHeight = true;
     show->GetScreenSize();

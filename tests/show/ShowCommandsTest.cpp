@@ -3,9 +3,7 @@
 #include "compose/DibImage.h"
 #include "platform/Keys.h"
 
-#include <QFile>
 #include <QKeyEvent>
-#include <QLabel>
 
 namespace {
 
@@ -14,9 +12,7 @@ using namespace platform;
 class ShowCommands : public ShowOnScreenFixture {
 protected:
     void FadeTo(QColor colour) {
-        QImage image(show->FormWidth, show->FormHeight, QImage::Format_RGB32);
-        image.fill(colour);
-        dib::Dib frame(dib::ImageToDib(image));
+        dib::Dib frame(dib::ImageToDib(Solid({show->FormWidth, show->FormHeight}, colour)));
         show->NewCrossfade(frame, 0, 0, show->FormWidth, show->FormHeight, 0, 0, 0, 1.0);
     }
     QRgb ScreenCentre() {
@@ -102,11 +98,7 @@ TEST_F(ShowCommands, AJumpAskedDuringAFadeWaitsForTheFrame) {
 // for duplicates; the file is never left half written.
 TEST_F(ShowCommands, MarkAppendsTheCurrentImage) {
     const QString file = install.filePath(QStringLiteral("MarkedImages.txt"));
-    {
-        QFile f(file);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("  /photos/one.jpg  \r\n/photos/two.jpg\n");
-    }
+    PutFile(file, "  /photos/one.jpg  \r\n/photos/two.jpg\n");
     show->CurrentImage = QStringLiteral("/photos/trip/ä b.jpg");
     show->KeyTrap(vk::M);
     show->KeyTrap(vk::M);

@@ -1,11 +1,6 @@
 #include "TestSupport.h"
 
-#include "platform/VbTimer.h"
-#include "prefs/MRegistry.h"
-
 #include <QElapsedTimer>
-#include <QFile>
-#include <QSettings>
 #include <functional>
 
 namespace {
@@ -134,11 +129,7 @@ TEST_F(ShowCycle, StopRunsItsStepsInOrderAndHandsOverToTheConfigForm) {
     frmSlideShow* show = frmSlideShow::instance();
     show->StartShow();
     show->xFadeStepTime = 0.0625f;
-    const QString partial = install.filePath(QStringLiteral("partial.jpg"));
-    QFile f(partial);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("half");
-    f.close();
+    const QString partial = Written(install.filePath(QStringLiteral("partial.jpg")), "half");
     show->DownloadFileOpen = true;
     show->DownloadFileName = partial;
     QStringList steps;
