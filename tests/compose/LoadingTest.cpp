@@ -49,7 +49,13 @@ TEST_F(Loading, BadFilesArePassedOverWithTheirLogLines) {
         huge[sof + i] = static_cast<char>(0xC3);
         huge[sof + i + 1] = static_cast<char>(0x50); // 50000
     }
+    // Its header reads, but without a quantisation table no line of it decodes.
+    QByteArray untabled = good;
+    const auto dqt = untabled.indexOf(QByteArray("\xFF\xDB", 2));
+    ASSERT_GT(dqt, 0);
+    untabled[dqt + 1] = static_cast<char>(0xFE); // a comment now
     const std::pair<QString, const char*> rows[] = {
+        {Write(QStringLiteral("untabled.jpg"), untabled), "LoadIntoDIB Error - could not get DIB"},
         {Write(QStringLiteral("cut.jpg"), good.left(good.size() / 2)),
          "LoadIntoDIB Error - could not get DIB"},
         {Write(QStringLiteral("words.jpg"), "this is a letter, not a photograph"),
