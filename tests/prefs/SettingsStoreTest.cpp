@@ -83,9 +83,21 @@ TEST_F(SettingsStore, StoreErrorsRaise) {
     const QString path = MRegistry::StorePath(kApp, section);
     QFile::remove(path);
     ASSERT_TRUE(QDir().mkpath(path)); // a folder where the file should be
-    EXPECT_THROW(MRegistry::SaveValue(kApp, section, QStringLiteral("k"), QStringLiteral("v")),
-                 RegistryError);
+    const auto save = [&] {
+        MRegistry::SaveValue(kApp, section, QStringLiteral("k"), QStringLiteral("v"));
+    };
+    EXPECT_EQ(RaisedBy(save),
+              Raised(0x80040000u + 2005, QStringLiteral("Could not open/create registry section")));
     QDir(path).removeRecursively();
+
+    // A store that opens but cannot be written, even by root.
+    QDir base = QFileInfo(path).absoluteDir();
+    base.cdUp();
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("/proc/self"));
+    const auto back = qScopeGuard(
+        [&] { QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, base.path()); });
+    EXPECT_EQ(RaisedBy(save),
+              Raised(0x80040000u + 2005, QStringLiteral("Could not set key value")));
 }
 
 // The program's own wrappers work on the program's own place in the store, and never raise.
